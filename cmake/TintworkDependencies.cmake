@@ -1,0 +1,18 @@
+# Third-party libraries, all from Debian packages (scripts/install-deps.sh).
+find_package(PkgConfig REQUIRED)
+find_package(pugixml REQUIRED)
+find_package(nlohmann_json 3 REQUIRED)
+find_package(ZLIB REQUIRED)
+pkg_check_modules(ZSTD REQUIRED IMPORTED_TARGET libzstd)
+pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)
+pkg_check_modules(GUMBO REQUIRED IMPORTED_TARGET gumbo)
+pkg_check_modules(RE2 REQUIRED IMPORTED_TARGET re2)
+pkg_check_modules(UTF8PROC REQUIRED IMPORTED_TARGET libutf8proc)
+# stb_image is a single header shipped by libstb-dev.
+find_path(STB_INCLUDE_DIR stb/stb_image.h REQUIRED)
+add_library(tintwork_stb INTERFACE)
+target_include_directories(tintwork_stb SYSTEM INTERFACE "${STB_INCLUDE_DIR}")
+if(TINTWORK_TESTS)
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+endif()

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs everything the project needs to build, test, fuzz and benchmark on
+# Debian. Safe to run again: packages already present are left alone.
+set -euo pipefail
+
+packages=(
+  build-essential cmake ninja-build clang libclang-rt-14-dev pkg-config
+  libgtest-dev libgmock-dev libbenchmark-dev
+  libpugixml-dev nlohmann-json3-dev libzip-dev libzstd-dev zlib1g-dev
+  libgumbo-dev libre2-dev libstb-dev libutf8proc-dev
+  nodejs chromium glslang-tools
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+
+if [ "${#missing[@]}" -gt 0 ]; then
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get update -qq
+  apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+# Consumers of the generated style sheets, used by the end-to-end tests.
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+if [ -f "$here/tests/e2e/package.json" ] && [ ! -d "$here/tests/e2e/node_modules" ]; then
+  (cd "$here/tests/e2e" && npm install --no-audit --no-fund --silent)
+fi
