@@ -1,0 +1,166 @@
+#pragma once
+// The document in memory: a tree of items, its build and test groups and settings.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "colour/ColorSpace.h"
+#include "model/Alias.h"
+#include "model/BuildConfig.h"
+#include "model/ColorSet.h"
+#include "model/Themeable.h"
+
+namespace tintwork {
+
+class OchreColorProjectItem;
+using ProjectItemPtr = std::shared_ptr<OchreColorProjectItem>;
+
+enum class ProjectItemType {
+    group,
+    color,
+    colorSet,
+    colorAlias,
+    number,
+    numberAlias,
+    boolean,
+    booleanAlias,
+    string,
+    stringAlias,
+    shadow,
+    shadowSet,
+    shadowAlias,
+};
+
+struct OchreColorGroup {
+    std::vector<ProjectItemPtr> items;
+    bool providesNamespace = false;
+    std::string searchFilter;
+};
+
+struct OchreColorItem {
+    ThemeableColor color;
+    AppearanceType appearanceType = AppearanceType::none;
+    double autoContrastAmount = defaultAutoContrastAmount;
+    bool ignoreColorspaceChange = false;
+    ColorSpace colorSpace = ColorSpace::sRGB;
+};
+
+struct OchreColorNumber {
+    ThemeableNumber value;
+    std::optional<double> minValue;
+    std::optional<double> maxValue;
+    std::optional<long long> steps;
+    AppearanceType appearanceType = AppearanceType::none;
+    double autoContrastAmount = defaultAutoContrastAmount;
+};
+
+struct OchreColorBoolean {
+    ThemeableBoolean value;
+    AppearanceType appearanceType = AppearanceType::none;
+    double autoContrastAmount = defaultAutoContrastAmount;
+};
+
+struct OchreColorString {
+    ThemeableString value;
+    AppearanceType appearanceType = AppearanceType::none;
+    double autoContrastAmount = defaultAutoContrastAmount;
+};
+
+struct OchreColorShadow {
+    ThemeableShadow shadow;
+    AppearanceType appearanceType = AppearanceType::none;
+    double autoContrastAmount = defaultAutoContrastAmount;
+    bool ignoreColorspaceChange = false;
+    ColorSpace colorSpace = ColorSpace::sRGB;
+};
+
+// A tagged tree node: exactly one payload is set, the one itemType names.
+class OchreColorProjectItem {
+public:
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorGroup payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorItem payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorSet payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorAlias payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorNumber payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorNumberAlias payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorBoolean payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorBooleanAlias payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorString payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorStringAlias payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorShadow payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorShadowSet payload);
+    OchreColorProjectItem(std::string name, std::string uuid, OchreColorShadowAlias payload);
+
+    std::optional<OchreColorGroup> group;
+    std::optional<OchreColorItem> color;
+    std::optional<OchreColorSet> colorSet;
+    std::optional<OchreColorAlias> colorAlias;
+    std::optional<OchreColorNumber> number;
+    std::optional<OchreColorNumberAlias> numberAlias;
+    std::optional<OchreColorBoolean> boolean;
+    std::optional<OchreColorBooleanAlias> booleanAlias;
+    std::optional<OchreColorString> string;
+    std::optional<OchreColorStringAlias> stringAlias;
+    std::optional<OchreColorShadow> shadow;
+    std::optional<OchreColorShadowSet> shadowSet;
+    std::optional<OchreColorShadowAlias> shadowAlias;
+
+    BuildGroupPtr buildGroup;  // reference, not owner
+    TestGroupPtr testGroup;    // reference, not owner
+    TestPosition testPosition = TestPosition::both;
+    bool isExpanded = false;
+    std::string name;
+    ProjectItemType itemType;
+    std::string uuid;
+
+    // True when the payload that itemType names is present.
+    bool hasPayload() const;
+    // The item's appearance type (groups answer none).
+    AppearanceType appearanceType() const;
+    // The appearance change: sets the payload's appearance type; for the automatic
+    // high-contrast types colours (and set members) get generated high-contrast variants.
+    void setAppearanceType(AppearanceType type);
+
+    // Resolved values; for aliases the value assembled from the alias's references,
+    // under the alias's own name; nullopt for another kind or a broken alias.
+    std::optional<ThemeableColor> resolvedColor() const;
+    std::optional<std::vector<ThemeableColor>> resolvedColorSet() const;
+    std::optional<ThemeableNumber> resolvedNumber() const;
+    std::optional<ThemeableBoolean> resolvedBoolean() const;
+    std::optional<ThemeableString> resolvedString() const;
+    std::optional<ThemeableShadow> resolvedShadow() const;
+    std::optional<std::vector<ThemeableShadow>> resolvedShadowSet() const;
+};
+
+class OchreColorProject {
+public:
+    OchreColorProject();
+
+    std::string name;
+    std::string projectDescription;
+    std::vector<ProjectItemPtr> items;
+    std::vector<BuildGroupPtr> buildGroups;
+    std::vector<TestGroupPtr> testGroups;
+    std::vector<DocumentSetting> settings;
+    std::string searchFilter;
+    std::string uuid;
+
+    // Depth-first walk in document order: each group before its members.
+    void walk(const std::function<void(OchreColorProjectItem&)>& visit) const;
+    // The first item with this uuid in walk order, or null.
+    OchreColorProjectItem* findItem(const std::string& uuid) const;
+    BuildGroupPtr findBuildGroup(const std::string& uuid) const;
+    TestGroupPtr findTestGroup(const std::string& uuid) const;
+    // Every item attached to the group, depth-first, descending into groups.
+    std::vector<ProjectItemPtr> itemsForBuildGroup(const BuildGroup& group) const;
+    // The chain of items from the top level down to the item (the item last); empty
+    // when the item is not in the tree.
+    std::vector<OchreColorProjectItem*> pathToItem(const OchreColorProjectItem& item) const;
+    // Links every alias's stored identifiers to the items they name.
+    void linkAliases();
+};
+
+}  // namespace tintwork
