@@ -583,7 +583,9 @@ ColorConverterResult colorString(const ColorValue& color, ColorFormat format, Co
     return Writer{color, colorSpace, options}.write(format);
 }
 
-std::optional<ColorValue> parseFormat(std::string_view text, ColorSpace colorSpace, ColorFormat format) {
+namespace {
+
+std::optional<ColorValue> readFormat(std::string_view text, ColorSpace colorSpace, ColorFormat format) {
     const Patterns& p = patterns();
     switch (format) {
     case ColorFormat::floatRGBA:
@@ -620,6 +622,22 @@ std::optional<ColorValue> parseFormat(std::string_view text, ColorSpace colorSpa
         return readSwift(p.colorHSBA, text, colorSpace, true);
     }
     return std::nullopt;
+}
+
+} // namespace
+
+// Numbers too large for a double can leave a perceptual colour without finite
+// components; such text reads as no colour rather than as one nothing can print.
+std::optional<ColorValue> parseFormat(std::string_view text, ColorSpace colorSpace, ColorFormat format) {
+    std::optional<ColorValue> color = readFormat(text, colorSpace, format);
+    if (color) {
+        for (double component : color->rgbaComponents()) {
+            if (!std::isfinite(component)) {
+                return std::nullopt;
+            }
+        }
+    }
+    return color;
 }
 
 ConvertedColor parseColor(std::string_view text, ColorFormat format, ColorSpace colorSpace, bool detectP3) {
