@@ -1,0 +1,33 @@
+#include "export/BuildTaskExporter.h"
+
+namespace tintwork {
+
+namespace {
+
+// The message as a quoted string literal, with quotes, backslashes and line breaks escaped.
+std::string quotedLiteral(const std::string& text) {
+    std::string out = "\"";
+    for (char c : text) {
+        switch (c) {
+            case '"': out += "\\\""; break;
+            case '\\': out += "\\\\"; break;
+            case '\n': out += "\\n"; break;
+            case '\r': out += "\\r"; break;
+            case '\t': out += "\\t"; break;
+            default: out.push_back(c); break;
+        }
+    }
+    out.push_back('"');
+    return out;
+}
+
+}  // namespace
+
+BuildError::BuildError(std::string messageText)
+    : message(std::move(messageText)), description("BuildError(message: " + quotedLiteral(message) + ")") {}
+
+const char* BuildError::what() const noexcept {
+    return description.c_str();
+}
+
+}  // namespace tintwork
