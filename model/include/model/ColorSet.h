@@ -67,7 +67,7 @@ struct OchreColorShadowSet {
 // conversion yields nothing.
 class ColorInterpolator {
 public:
-    ColorInterpolator(int steps, int middleColorIndex) : steps(steps), middleColorIndex(middleColorIndex) {}
+    ColorInterpolator(int stepCount, int middleIndex) : steps(stepCount), middleColorIndex(middleIndex) {}
     virtual ~ColorInterpolator() = default;
     virtual std::optional<ColorValue> mix(const ColorValue& start, const ColorValue& end, double p) const = 0;
     // A ramp of `steps` members from start to end along the curve; the last member is `end` exactly.

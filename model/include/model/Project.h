@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "colour/ColorSpace.h"
@@ -161,6 +162,26 @@ public:
     std::vector<OchreColorProjectItem*> pathToItem(const OchreColorProjectItem& item) const;
     // Links every alias's stored identifiers to the items they name.
     void linkAliases();
+};
+
+// A snapshot of a project's tree for many lookups in a row (an export, a link pass):
+// uuid lookup and item paths without a walk per query. Rebuild it after the tree changes.
+class ProjectItemIndex {
+public:
+    explicit ProjectItemIndex(const OchreColorProject& project);
+
+    // The first item with this uuid in walk order, or null.
+    OchreColorProjectItem* find(const std::string& uuid) const;
+    // As OchreColorProject::pathToItem.
+    std::vector<OchreColorProjectItem*> pathToItem(const OchreColorProjectItem& item) const;
+
+private:
+    struct Node {
+        OchreColorProjectItem* self;
+        OchreColorProjectItem* parent;
+    };
+    std::unordered_map<std::string, OchreColorProjectItem*> byUuid_;
+    std::unordered_map<const OchreColorProjectItem*, Node> nodes_;
 };
 
 }  // namespace tintwork

@@ -1,0 +1,148 @@
+#include "model/FileIO.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <pwd.h>
+#include <random>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace tintwork {
+
+namespace {
+
+std::string lastComponent(const std::filesystem::path& path) {
+    std::filesystem::path name = path.filename();
+    if (name.empty()) {
+        name = path.parent_path().filename();
+    }
+    return name.empty() ? path.string() : name.string();
+}
+
+std::string folderName(const std::filesystem::path& path) {
+    std::filesystem::path folder = path.parent_path();
+    if (folder.empty()) {
+        folder = std::filesystem::current_path();
+    }
+    return lastComponent(folder);
+}
+
+[[noreturn]] void throwSaveError(const std::filesystem::path& path, int error) {
+    std::string message = "The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be saved in the folder \u201c" +
+                          folderName(path) + "\u201d.";
+    if (error != 0) {
+        message += " (" + std::string(std::strerror(error)) + ")";
+    }
+    throw FileError(message);
+}
+
+}  // namespace
+
+std::string readFileBytes(const std::filesystem::path& path) {
+    errno = 0;
+    std::ifstream stream(path, std::ios::binary);
+    std::error_code code;
+    if (!stream) {
+        const int error = errno;
+        if (error == ENOENT || !std::filesystem::exists(path, code)) {
+            throw FileError("The file \u201c" + lastComponent(path) +
+                            "\u201d couldn\u2019t be opened because there is no such file.");
+        }
+        throw FileError("The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be opened. (" +
+                        std::strerror(error != 0 ? error : EIO) + ")");
+    }
+    if (std::filesystem::is_directory(path, code)) {
+        throw FileError("The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be opened. (" +
+                        std::strerror(EISDIR) + ")");
+    }
+    std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    if (stream.bad()) {
+        throw FileError("The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be opened. (" +
+                        std::strerror(EIO) + ")");
+    }
+    return bytes;
+}
+
+void writeFileBytes(const std::filesystem::path& path, std::string_view bytes) {
+    errno = 0;
+    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
+    if (!stream) {
+        throwSaveError(path, errno);
+    }
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    if (!stream) {
+        throwSaveError(path, errno);
+    }
+}
+
+void writeFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
+    thread_local std::mt19937_64 generator{std::random_device{}()};
+    std::filesystem::path temporary = path;
+    temporary += ".tmp" + std::to_string(generator() % 1000000000ULL);
+    try {
+        writeFileBytes(temporary, bytes);
+    } catch (const FileError&) {
+        removeItemIgnoringErrors(temporary);
+        throwSaveError(path, errno);
+    }
+    std::error_code code;
+    std::filesystem::rename(temporary, path, code);
+    if (code) {
+        removeItemIgnoringErrors(temporary);
+        throwSaveError(path, code.value());
+    }
+}
+
+void createDirectories(const std::filesystem::path& path) {
+    std::error_code code;
+    std::filesystem::create_directories(path, code);
+    if (code || !std::filesystem::is_directory(path)) {
+        std::string message = "The file \u201c" + lastComponent(path) +
+                              "\u201d couldn\u2019t be saved in the folder \u201c" + folderName(path) + "\u201d.";
+        const int error = code ? code.value() : EEXIST;
+        message += " (" + std::string(std::strerror(error)) + ")";
+        throw FileError(message);
+    }
+}
+
+void removeItemIgnoringErrors(const std::filesystem::path& path) noexcept {
+    std::error_code code;
+    std::filesystem::remove_all(path, code);
+}
+
+std::string expandTilde(const std::string& path) {
+    if (path.empty() || path.front() != '~') {
+        return path;
+    }
+    const std::size_t slash = path.find('/');
+    const std::string user = path.substr(1, slash == std::string::npos ? std::string::npos : slash - 1);
+    const std::string rest = slash == std::string::npos ? std::string() : path.substr(slash);
+    std::string home;
+    if (user.empty()) {
+        if (const char* variable = std::getenv("HOME"); variable != nullptr && *variable != '\0') {
+            home = variable;
+        } else if (const passwd* entry = getpwuid(getuid()); entry != nullptr && entry->pw_dir != nullptr) {
+            home = entry->pw_dir;
+        }
+    } else if (const passwd* entry = getpwnam(user.c_str()); entry != nullptr && entry->pw_dir != nullptr) {
+        home = entry->pw_dir;
+    }
+    if (home.empty()) {
+        return path;
+    }
+    // "~/" on a home of "/" must not give "//".
+    while (home.size() > 1 && home.back() == '/') {
+        home.pop_back();
+    }
+    if (home == "/" && !rest.empty()) {
+        return rest;
+    }
+    return home + rest;
+}
+
+}  // namespace tintwork
