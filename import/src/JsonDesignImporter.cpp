@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -291,8 +292,9 @@ struct ShadowSetKind {
     static OchreColorShadowSet makeSet(const std::vector<ThemeableShadow>& members) { return makeShadowSet(members); }
 };
 
+// `index` is where `item` stands among the parent's children.
 template <typename Kind>
-void collapseSet(const ProjectItemPtr& item, OchreColorProjectItem& parent) {
+void collapseSet(const ProjectItemPtr& item, OchreColorProjectItem& parent, std::size_t index) {
     if (!item->group) {
         return;
     }
@@ -309,7 +311,7 @@ void collapseSet(const ProjectItemPtr& item, OchreColorProjectItem& parent) {
     if (!qualifies) {
         for (std::size_t i = 0; i < children.size(); ++i) {
             ProjectItemPtr child = children[i];
-            collapseSet<Kind>(child, *item);
+            collapseSet<Kind>(child, *item, i);
         }
         return;
     }
@@ -323,7 +325,8 @@ void collapseSet(const ProjectItemPtr& item, OchreColorProjectItem& parent) {
         return;
     }
     auto& siblings = parent.group->items;
-    auto place = std::find(siblings.begin(), siblings.end(), item);
+    auto place = (index < siblings.size() && siblings[index] == item) ? siblings.begin() + static_cast<long>(index)
+                                                                      : std::find(siblings.begin(), siblings.end(), item);
     if (place != siblings.end()) {
         *place = std::make_shared<OchreColorProjectItem>(item->name, newUUID(), Kind::makeSet(members));
     }
@@ -419,7 +422,7 @@ void JsonDesignImporter::collapseColorSets(OchreColorProjectItem& item) {
     }
     for (std::size_t i = 0; i < item.group->items.size(); ++i) {
         ProjectItemPtr child = item.group->items[i];
-        collapseSet<ColorSetKind>(child, item);
+        collapseSet<ColorSetKind>(child, item, i);
     }
 }
 
@@ -429,7 +432,7 @@ void JsonDesignImporter::collapseShadowSets(OchreColorProjectItem& item) {
     }
     for (std::size_t i = 0; i < item.group->items.size(); ++i) {
         ProjectItemPtr child = item.group->items[i];
-        collapseSet<ShadowSetKind>(child, item);
+        collapseSet<ShadowSetKind>(child, item, i);
     }
 }
 
@@ -492,21 +495,42 @@ void JsonDesignImporter::pruneEmptyGroups(OchreColorProjectItem& item) {
 
 void JsonDesignImporter::mergeVariants(OchreColorGroup& target, OchreColorGroup& source, ColorSource variant,
                                        AppearanceType appearance) {
+    // Source children by name, in order. A merged child is always the first remaining one of
+    // its name, so one cursor per name finds "the first child with that name" in constant time.
+    struct Candidates {
+        std::vector<std::size_t> positions;
+        std::size_t next = 0;
+    };
+    std::unordered_map<std::string_view, Candidates> byName;
+    for (std::size_t i = 0; i < source.items.size(); ++i) {
+        byName[source.items[i]->name].positions.push_back(i);
+    }
+    std::vector<bool> merged(source.items.size(), false);
     for (const ProjectItemPtr& a : target.items) {
-        auto found = std::find_if(source.items.begin(), source.items.end(),
-                                  [&](const ProjectItemPtr& candidate) { return candidate->name == a->name; });
-        if (found == source.items.end()) {
+        auto found = byName.find(a->name);
+        if (found == byName.end() || found->second.next == found->second.positions.size()) {
             continue;
         }
-        ProjectItemPtr b = *found;
-        if (isGroupItem(*a) && isGroupItem(*b)) {
-            mergeVariants(*a->group, *b->group, variant, appearance);
+        Candidates& candidates = found->second;
+        const std::size_t position = candidates.positions[candidates.next];
+        OchreColorProjectItem& b = *source.items[position];
+        if (isGroupItem(*a) && isGroupItem(b)) {
+            mergeVariants(*a->group, *b.group, variant, appearance);
             continue;
         }
-        if (mergeItem(*a, *b, variant, appearance)) {
-            source.items.erase(found);
+        if (mergeItem(*a, b, variant, appearance)) {
+            merged[position] = true;
+            ++candidates.next;
         }
     }
+    std::vector<ProjectItemPtr> remaining;
+    remaining.reserve(source.items.size());
+    for (std::size_t i = 0; i < source.items.size(); ++i) {
+        if (!merged[i]) {
+            remaining.push_back(std::move(source.items[i]));
+        }
+    }
+    source.items = std::move(remaining);
 }
 
 }  // namespace tintwork
