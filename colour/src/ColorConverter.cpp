@@ -259,7 +259,10 @@ struct Writer {
 // ---------------------------------------------------------------- reading --
 
 std::string capture(std::string_view pattern) {
-    return "(" + std::string(pattern) + ")";
+    std::string group(1, '(');
+    group.append(pattern);
+    group.push_back(')');
+    return group;
 }
 
 // A number and its optional percent sign, as two groups.
