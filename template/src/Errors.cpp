@@ -1,0 +1,76 @@
+#include "template/Errors.h"
+
+
+namespace tintwork::stencil {
+
+TemplateSyntaxError::TemplateSyntaxError(std::string why, std::optional<Token> where, std::vector<Token> trace)
+    : TemplateError(why), reason(std::move(why)), token(std::move(where)), stackTrace(std::move(trace)) {}
+
+namespace {
+
+std::string joinNames(const std::vector<std::string>& names) {
+    std::string text;
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        if (index > 0) {
+            text += ", ";
+        }
+        text += names[index];
+    }
+    return text;
+}
+
+std::string doesNotExistText(const std::vector<std::string>& names, const std::optional<std::string>& loader) {
+    std::string text = "Template named `" + joinNames(names) + "`";
+    if (!loader) {
+        return text + " does not exist. No loaders found";
+    }
+    return text + " does not exist in loader " + *loader;
+}
+
+}  // namespace
+
+TemplateDoesNotExist::TemplateDoesNotExist(std::vector<std::string> names, std::optional<std::string> loaderText)
+    : TemplateError(doesNotExistText(names, loaderText)), templateNames(std::move(names)),
+      loader(std::move(loaderText)) {}
+
+SuspiciousFileOperation::SuspiciousFileOperation(std::filesystem::path base, std::filesystem::path target)
+    : TemplateError("Path `" + target.string() + "` is located outside of base path `" + base.string() + "`"),
+      basePath(std::move(base)), path(std::move(target)) {}
+
+namespace {
+
+std::string describeToken(const Token& token, const std::string& reason) {
+    const SourceMap& map = token.sourceMap;
+    std::string text = map.filename.value_or("") + ":" + std::to_string(map.location.lineNumber) + ":" +
+                       std::to_string(map.location.lineOffset) + ": error: " + reason + "\n";
+    text += map.location.content + "\n";
+    std::size_t offset = map.location.lineOffset > 0 ? static_cast<std::size_t>(map.location.lineOffset) : 0;
+    for (std::size_t index = 0; index < offset && index < map.location.content.size(); ++index) {
+        text += map.location.content[index] == '\t' ? '\t' : ' ';
+    }
+    text += "^";
+    // Tildes under the rest of the token, at most to the end of the line.
+    std::size_t width = token.contents.size() + 4;
+    std::size_t available = map.location.content.size() > offset ? map.location.content.size() - offset : 1;
+    width = std::min(width, available);
+    if (width > 1) {
+        text += std::string(width - 1, '~');
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string SimpleErrorReporter::renderError(const std::exception& error) const {
+    const auto* syntaxError = dynamic_cast<const TemplateSyntaxError*>(&error);
+    if (syntaxError == nullptr || !syntaxError->token) {
+        return error.what();
+    }
+    std::string text = describeToken(*syntaxError->token, syntaxError->reason);
+    for (const Token& step : syntaxError->stackTrace) {
+        text += "\n" + describeToken(step, syntaxError->reason);
+    }
+    return text;
+}
+
+}  // namespace tintwork::stencil

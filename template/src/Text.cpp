@@ -1,0 +1,104 @@
+#include "Text.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+
+namespace tintwork::stencil::text {
+
+std::size_t findOutsideQuotes(std::string_view haystack, std::string_view needle, std::size_t from) {
+    char quote = 0;
+    for (std::size_t index = from; index < haystack.size(); ++index) {
+        char character = haystack[index];
+        if (quote != 0) {
+            if (character == quote) {
+                quote = 0;
+            }
+            continue;
+        }
+        if (character == '"' || character == '\'') {
+            quote = character;
+            continue;
+        }
+        if (haystack.substr(index, needle.size()) == needle) {
+            return index;
+        }
+    }
+    return std::string_view::npos;
+}
+
+namespace {
+
+// Walks a UTF-8 text code point by code point; invalid bytes pass as one character.
+template <class Visit>
+void forEachCodePoint(std::string_view value, Visit visit) {
+    const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(value.data());
+    auto length = static_cast<utf8proc_ssize_t>(value.size());
+    utf8proc_ssize_t position = 0;
+    while (position < length) {
+        utf8proc_int32_t codePoint = 0;
+        utf8proc_ssize_t consumed = utf8proc_iterate(bytes + position, length - position, &codePoint);
+        if (consumed <= 0) {
+            visit(-1, value.substr(static_cast<std::size_t>(position), 1));
+            ++position;
+            continue;
+        }
+        visit(codePoint, value.substr(static_cast<std::size_t>(position), static_cast<std::size_t>(consumed)));
+        position += consumed;
+    }
+}
+
+void appendCodePoint(std::string& output, utf8proc_int32_t codePoint) {
+    utf8proc_uint8_t buffer[4];
+    utf8proc_ssize_t written = utf8proc_encode_char(codePoint, buffer);
+    output.append(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(written));
+}
+
+template <class Map>
+std::string mapCase(std::string_view value, Map map, bool firstOnly) {
+    std::string output;
+    output.reserve(value.size());
+    bool first = true;
+    forEachCodePoint(value, [&](utf8proc_int32_t codePoint, std::string_view bytes) {
+        if (codePoint < 0 || (firstOnly && !first)) {
+            output += bytes;
+        } else {
+            appendCodePoint(output, map(codePoint));
+        }
+        first = false;
+    });
+    return output;
+}
+
+}  // namespace
+
+std::vector<std::string> characters(std::string_view value) {
+    std::vector<std::string> result;
+    forEachCodePoint(value, [&](utf8proc_int32_t, std::string_view bytes) { result.emplace_back(bytes); });
+    return result;
+}
+
+std::string uppercased(std::string_view value) { return mapCase(value, utf8proc_toupper, false); }
+
+std::string lowercased(std::string_view value) { return mapCase(value, utf8proc_tolower, false); }
+
+std::string capitalized(std::string_view value) { return mapCase(value, utf8proc_toupper, true); }
+
+std::size_t levenshtein(std::string_view lhs, std::string_view rhs) {
+    std::vector<std::size_t> previous(rhs.size() + 1);
+    std::vector<std::size_t> current(rhs.size() + 1);
+    for (std::size_t column = 0; column <= rhs.size(); ++column) {
+        previous[column] = column;
+    }
+    for (std::size_t row = 1; row <= lhs.size(); ++row) {
+        current[0] = row;
+        for (std::size_t column = 1; column <= rhs.size(); ++column) {
+            std::size_t cost = lhs[row - 1] == rhs[column - 1] ? 0 : 1;
+            current[column] = std::min({previous[column] + 1, current[column - 1] + 1, previous[column - 1] + cost});
+        }
+        std::swap(previous, current);
+    }
+    return previous[rhs.size()];
+}
+
+}  // namespace tintwork::stencil::text

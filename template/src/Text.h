@@ -1,0 +1,38 @@
+#pragma once
+// Small text helpers shared by the engine's sources.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tintwork::stencil::text {
+
+inline bool isSpace(char character) {
+    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
+
+inline std::string_view trim(std::string_view value) {
+    while (!value.empty() && isSpace(value.front())) {
+        value.remove_prefix(1);
+    }
+    while (!value.empty() && isSpace(value.back())) {
+        value.remove_suffix(1);
+    }
+    return value;
+}
+
+// The position of `needle` outside quotes, or npos.
+std::size_t findOutsideQuotes(std::string_view haystack, std::string_view needle, std::size_t from = 0);
+
+// The UTF-8 characters (code points) of a text.
+std::vector<std::string> characters(std::string_view value);
+
+// Unicode case mapping of a whole text, and of its first character only.
+std::string uppercased(std::string_view value);
+std::string lowercased(std::string_view value);
+std::string capitalized(std::string_view value);
+
+// Edit distance between two names.
+std::size_t levenshtein(std::string_view lhs, std::string_view rhs);
+
+}  // namespace tintwork::stencil::text

@@ -1,0 +1,374 @@
+#include <charconv>
+#include <cstdlib>
+
+#include "RenderState.h"
+#include "Text.h"
+#include "template/Environment.h"
+#include "template/Errors.h"
+#include "template/Resolvable.h"
+
+namespace tintwork::stencil {
+
+// A variable's name cut into its parts once, when the variable is built. A malformed
+// name keeps its error and reports it when resolved, as the lookup would.
+struct KeyPathComponents {
+    struct Component {
+        std::string key;
+        std::shared_ptr<const Variable> subscript;
+    };
+
+    enum class LiteralKind { none, value };
+
+    LiteralKind literal = LiteralKind::none;
+    Value literalValue;
+    std::vector<Component> components;
+    std::optional<std::string> error;
+};
+
+namespace {
+
+std::optional<std::int64_t> parseInteger(std::string_view textValue) {
+    if (textValue.empty()) {
+        return std::nullopt;
+    }
+    std::int64_t result = 0;
+    const char* begin = textValue.data();
+    const char* end = begin + textValue.size();
+    if (*begin == '+') {
+        ++begin;
+    }
+    auto [pointer, error] = std::from_chars(begin, end, result);
+    if (error != std::errc() || pointer != end) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+std::optional<double> parseDecimal(std::string_view textValue) {
+    // Digits with one point and an optional sign; no exponents, no inf or nan words.
+    std::size_t index = 0;
+    if (index < textValue.size() && (textValue[index] == '-' || textValue[index] == '+')) {
+        ++index;
+    }
+    bool digits = false;
+    bool point = false;
+    for (; index < textValue.size(); ++index) {
+        char character = textValue[index];
+        if (character >= '0' && character <= '9') {
+            digits = true;
+        } else if (character == '.' && !point) {
+            point = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (!digits || !point) {
+        return std::nullopt;
+    }
+    std::string copy(textValue);
+    return std::strtod(copy.c_str(), nullptr);
+}
+
+std::string unexpected(std::string_view what, std::string_view name) {
+    return "Unexpected " + std::string(what) + " in variable '" + std::string(name) + "'";
+}
+
+// Cuts a.b[c.d].e into a, b, [c.d], e.
+void parseKeyPath(KeyPathComponents& parsed, const std::string& name) {
+    std::string current;
+    bool afterDot = false;
+    bool afterSubscript = false;
+    std::size_t index = 0;
+    auto fail = [&](std::string message) { parsed.error = std::move(message); };
+    while (index < name.size()) {
+        char character = name[index];
+        if (afterSubscript && character != '.' && character != '[') {
+            return fail("Unexpected character '" + std::string(1, character) + "' in variable '" + name + "'");
+        }
+        if (character == '.') {
+            if (current.empty() && !afterSubscript) {
+                return fail(unexpected("'.'", name));
+            }
+            if (!current.empty()) {
+                parsed.components.push_back({std::move(current), nullptr});
+                current.clear();
+            }
+            afterDot = true;
+            afterSubscript = false;
+            ++index;
+            continue;
+        }
+        if (character == '[') {
+            if (current.empty() && !afterSubscript) {
+                return fail(unexpected("'['", name));
+            }
+            if (!current.empty()) {
+                parsed.components.push_back({std::move(current), nullptr});
+                current.clear();
+            }
+            int level = 1;
+            std::size_t end = index + 1;
+            for (; end < name.size(); ++end) {
+                if (name[end] == '[') {
+                    ++level;
+                } else if (name[end] == ']' && --level == 0) {
+                    break;
+                }
+            }
+            if (end >= name.size()) {
+                return fail("Unbalanced subscript brackets in variable '" + name + "'");
+            }
+            std::string inner(text::trim(std::string_view(name).substr(index + 1, end - index - 1)));
+            parsed.components.push_back({std::string(), std::make_shared<const Variable>(inner)});
+            afterSubscript = true;
+            afterDot = false;
+            index = end + 1;
+            continue;
+        }
+        if (character == ']') {
+            return fail("Unbalanced ']' in variable '" + name + "'");
+        }
+        current += character;
+        afterDot = false;
+        ++index;
+    }
+    if (afterDot) {
+        return fail(unexpected("'.'", name));
+    }
+    if (!current.empty()) {
+        parsed.components.push_back({std::move(current), nullptr});
+    }
+}
+
+Value characterAt(const std::string& value, std::string_view key) {
+    if (key == "count") {
+        return Value(static_cast<std::int64_t>(text::characters(value).size()));
+    }
+    std::vector<std::string> characters = text::characters(value);
+    if (key == "first") {
+        return characters.empty() ? Value() : Value(characters.front());
+    }
+    if (key == "last") {
+        return characters.empty() ? Value() : Value(characters.back());
+    }
+    if (auto index = parseInteger(key)) {
+        auto count = static_cast<std::int64_t>(characters.size());
+        std::int64_t position = *index < 0 ? count + *index : *index;
+        if (position >= 0 && position < count) {
+            return Value(characters[static_cast<std::size_t>(position)]);
+        }
+    }
+    return Value();
+}
+
+}  // namespace
+
+Value lookupKey(const Value& value, std::string_view key) {
+    switch (value.kind()) {
+    case Value::Kind::map: {
+        const Map& map = *value.asMap();
+        auto found = map.find(key);
+        if (found != map.end()) {
+            return found->second;
+        }
+        if (key == "count") {
+            return Value(static_cast<std::int64_t>(map.size()));
+        }
+        return Value();
+    }
+    case Value::Kind::list: {
+        const List& list = *value.asList();
+        if (key == "count") {
+            return Value(static_cast<std::int64_t>(list.size()));
+        }
+        if (key == "first") {
+            return list.empty() ? Value() : list.front();
+        }
+        if (key == "last") {
+            return list.empty() ? Value() : list.back();
+        }
+        if (auto index = parseInteger(key)) {
+            auto count = static_cast<std::int64_t>(list.size());
+            std::int64_t position = *index < 0 ? count + *index : *index;
+            if (position >= 0 && position < count) {
+                return list[static_cast<std::size_t>(position)];
+            }
+        }
+        return Value();
+    }
+    case Value::Kind::string:
+        return characterAt(*value.asString(), key);
+    case Value::Kind::record:
+        return value.asRecord()->field(key).value_or(Value());
+    default:
+        return Value();
+    }
+}
+
+Variable::Variable(std::string name) : variable(std::move(name)) {
+    auto parsedPath = std::make_shared<KeyPathComponents>();
+    const std::string& value = variable;
+    if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front()) {
+        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literalValue = Value(value.substr(1, value.size() - 2));
+    } else if (value == "true" || value == "false") {
+        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literalValue = Value(value == "true");
+    } else if (value == "nil") {
+        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+    } else if (auto integer = parseInteger(value)) {
+        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literalValue = Value(*integer);
+    } else if (auto decimal = parseDecimal(value)) {
+        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literalValue = Value(*decimal);
+    } else {
+        parseKeyPath(*parsedPath, value);
+    }
+    parsed = std::move(parsedPath);
+}
+
+Value Variable::resolve(Context& context) const {
+    if (parsed->literal == KeyPathComponents::LiteralKind::value) {
+        return parsed->literalValue;
+    }
+    if (parsed->error) {
+        throw TemplateSyntaxError(*parsed->error);
+    }
+    if (parsed->components.empty()) {
+        return Value();
+    }
+    Value current;
+    bool first = true;
+    for (const auto& component : parsed->components) {
+        std::string subscriptKey;
+        std::string_view key = component.key;
+        if (component.subscript) {
+            Value subscript = component.subscript->resolve(context);
+            if (subscript.isNull()) {
+                throw TemplateSyntaxError("Unable to resolve subscript '" + component.subscript->variable +
+                                          "' in variable '" + variable + "'");
+            }
+            subscriptKey = subscript.description();
+            key = subscriptKey;
+        }
+        if (first) {
+            current = context[key];
+            first = false;
+        } else {
+            current = lookupKey(current, key);
+        }
+        if (current.isNull()) {
+            return current;
+        }
+    }
+    return current;
+}
+
+RangeVariable::RangeVariable(ResolvablePtr from, ResolvablePtr to) : from(std::move(from)), to(std::move(to)) {}
+
+namespace {
+
+inline constexpr std::int64_t maximumRangeLength = 1'000'000;
+
+std::int64_t rangeEnd(const Value& value, const char* which) {
+    if (const auto* integer = value.asInteger()) {
+        return *integer;
+    }
+    throw TemplateSyntaxError(std::string("'") + which + "' value is not an Integer (" + value.description() + ")");
+}
+
+}  // namespace
+
+Value RangeVariable::resolve(Context& context) const {
+    std::int64_t lower = rangeEnd(from->resolve(context), "from");
+    std::int64_t upper = rangeEnd(to->resolve(context), "to");
+    // Unsigned difference: the ends may lie far apart without overflowing.
+    auto span = lower <= upper ? static_cast<std::uint64_t>(upper) - static_cast<std::uint64_t>(lower)
+                               : static_cast<std::uint64_t>(lower) - static_cast<std::uint64_t>(upper);
+    if (span >= static_cast<std::uint64_t>(maximumRangeLength)) {
+        throw TemplateSyntaxError("Range " + std::to_string(lower) + "..." + std::to_string(upper) +
+                                  " has more than " + std::to_string(maximumRangeLength) + " values");
+    }
+    List values;
+    values.reserve(static_cast<std::size_t>(span) + 1);
+    std::int64_t step = lower <= upper ? 1 : -1;
+    for (std::int64_t value = lower;; value += step) {
+        values.emplace_back(value);
+        if (value == upper) {
+            break;
+        }
+    }
+    return Value(std::move(values));
+}
+
+struct FilterExpression::FilterCall {
+    std::string name;
+    Filter filter;
+    std::vector<std::shared_ptr<const Variable>> arguments;
+};
+
+namespace {
+
+std::string similarFilters(std::string_view name, const std::vector<std::string>& names) {
+    std::vector<std::pair<std::size_t, std::string>> scored;
+    std::size_t best = std::string::npos;
+    for (const std::string& candidate : names) {
+        std::size_t distance = text::levenshtein(name, candidate);
+        scored.emplace_back(distance, candidate);
+        best = std::min(best, distance);
+    }
+    // Names within three edits; failing that, the nearest ones.
+    std::size_t limit = std::max<std::size_t>(best, 3);
+    std::string result;
+    for (const auto& [distance, candidate] : scored) {
+        if (distance <= limit) {
+            result += (result.empty() ? "'" : ", '") + candidate + "'";
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+FilterExpression::FilterExpression(std::string_view expression, const Environment& environment) {
+    std::vector<std::string> bits = smartSplit(std::string(expression), '|');
+    std::string_view name = bits.empty() ? std::string_view() : text::trim(bits.front());
+    if (name.empty()) {
+        throw TemplateSyntaxError("Missing variable name");
+    }
+    variable = std::make_shared<const Variable>(std::string(name));
+    for (std::size_t index = 1; index < bits.size(); ++index) {
+        std::string_view bit = text::trim(bits[index]);
+        std::size_t colon = text::findOutsideQuotes(bit, ":");
+        auto call = std::make_shared<FilterCall>();
+        call->name = std::string(text::trim(bit.substr(0, colon)));
+        if (colon != std::string_view::npos) {
+            for (const std::string& argument : smartSplit(std::string(bit.substr(colon + 1)), ',')) {
+                call->arguments.push_back(std::make_shared<const Variable>(std::string(text::trim(argument))));
+            }
+        }
+        const Filter* filter = environment.findFilter(call->name);
+        if (filter == nullptr) {
+            throw TemplateSyntaxError("Unknown filter '" + call->name +
+                                      "'. Found similar filters: " + similarFilters(call->name, environment.filterNames()));
+        }
+        call->filter = *filter;
+        filters.push_back(std::move(call));
+    }
+}
+
+Value FilterExpression::resolve(Context& context) const {
+    Value result = variable->resolve(context);
+    for (const auto& call : filters) {
+        std::vector<Value> arguments;
+        arguments.reserve(call->arguments.size());
+        for (const auto& argument : call->arguments) {
+            arguments.push_back(argument->resolve(context));
+        }
+        result = call->filter.invoke(result, arguments, context);
+    }
+    return result;
+}
+
+}  // namespace tintwork::stencil
