@@ -71,29 +71,19 @@ TEST(ColorValue, RoundTripsThroughEveryEncoding) {
     }
 }
 
-TEST(ColorValue, ReportsHSBOfItsOwnComponents) {
-    const ColorValue orange = ColorValue::sRGB(1.0, 0.5, 0.0);
-    EXPECT_NEAR(orange.hue(), 30.0 / 360.0, 1e-12);
-    EXPECT_EQ(orange.saturation(), 1.0);
-    EXPECT_EQ(orange.brightness(), 1.0);
+TEST(ColorValue, HSBReadingAndConstructionAreInverse) {
     EXPECT_NEAR(ColorValue::sRGB(0.5, 0.25, 0.5).hue(), 300.0 / 360.0, 1e-12);
     EXPECT_NEAR(ColorValue::sRGB(0.2, 0.4, 0.8).saturation(), 0.75, 1e-12);
-    EXPECT_EQ(ColorValue::sRGB(0.3, 0.3, 0.3).hue(), 0.0);
-    EXPECT_EQ(ColorValue::sRGB(0.3, 0.3, 0.3).saturation(), 0.0);
+    EXPECT_EQ(ColorValue::sRGB(0.3, 0.3, 0.3).hue(), 0.0) << "a grey reports hue 0";
     EXPECT_EQ(ColorValue::sRGB(0, 0, 0).saturation(), 0.0);
-    const auto hsba = ColorValue::sRGB(0, 0, 1, 0.5).hsbaComponents();
-    EXPECT_NEAR(hsba[0], 240.0 / 360.0, 1e-12);
-    EXPECT_EQ(hsba[3], 0.5);
-}
-
-TEST(ColorValue, FromHSBInvertsTheHSBReading) {
     for (double hue : {0.0, 0.1, 0.2, 0.35, 0.5, 0.66, 0.8, 0.95, 1.0}) {
         const ColorValue color = ColorValue::fromHSB(ColorEncoding::displayP3, hue, 0.6, 0.7, 0.3);
         EXPECT_EQ(color.encoding(), ColorEncoding::displayP3);
-        EXPECT_NEAR(color.hue(), hue == 1.0 ? 0.0 : hue, 1e-12) << hue;
-        EXPECT_NEAR(color.saturation(), 0.6, 1e-12);
-        EXPECT_NEAR(color.brightness(), 0.7, 1e-12);
-        EXPECT_EQ(color.alpha(), 0.3);
+        const auto hsba = color.hsbaComponents();
+        EXPECT_NEAR(hsba[0], hue == 1.0 ? 0.0 : hue, 1e-12) << hue;
+        EXPECT_NEAR(hsba[1], 0.6, 1e-12);
+        EXPECT_NEAR(hsba[2], 0.7, 1e-12);
+        EXPECT_EQ(hsba[3], 0.3);
     }
 }
 
@@ -141,22 +131,13 @@ TEST(ColorValue, RoundPlacesRoundsHalvesAwayFromZero) {
     EXPECT_TRUE(std::isnan(roundPlaces(std::nan(""), 3)));
 }
 
-TEST(ColorSpace, TextsLabelsAndClamping) {
-    EXPECT_EQ(colorSpaceFromRawText("srgb"), ColorSpace::sRGB);
+TEST(ColorSpace, ClampsToTheRangeOfTheSpace) {
     EXPECT_EQ(colorSpaceFromRawText("display-p3"), ColorSpace::displayP3);
-    EXPECT_EQ(colorSpaceFromRawText("sRGB"), std::nullopt);
-    EXPECT_EQ(colorSpaceFromRawText("oklch"), std::nullopt);
-    EXPECT_EQ(rawText(ColorSpace::displayP3), "display-p3");
-    EXPECT_EQ(rawText(ColorSpace::sRGBExtended), std::nullopt);
-    EXPECT_EQ(displayLabel(ColorSpace::sRGBExtended), "sRGB Extended");
-    EXPECT_EQ(displayLabel(ColorSpace::oklch), "OKLCH");
-
+    EXPECT_EQ(colorSpaceFromRawText("sRGB"), std::nullopt) << "only the exact raw texts";
     EXPECT_EQ(clampToSpace(3, ColorSpace::sRGBExtended), 2);
     EXPECT_EQ(clampToSpace(-3, ColorSpace::sRGBExtended), -2);
     EXPECT_EQ(clampToSpace(3, ColorSpace::oklch), 3);
-    EXPECT_EQ(clampToSpace(-3, ColorSpace::oklab), -3);
     EXPECT_EQ(clampToSpace(1.5, ColorSpace::displayP3), 1);
-    EXPECT_EQ(clampToSpace(-0.5, ColorSpace::sRGB), 0);
     EXPECT_EQ(clampToSpace(std::nan(""), ColorSpace::sRGB), 0);
     EXPECT_EQ(clampToSpace(std::numeric_limits<double>::infinity(), ColorSpace::sRGBExtended), 2);
 }

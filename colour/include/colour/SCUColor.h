@@ -32,9 +32,9 @@ public:
     // expects); such a colour has no lchValues, and colorValue() on it is fatal.
     explicit SCUColor(const RawLABValues& lab);
 
-    // Constructor 4: space oklch with the given lightness, chroma, hue (radians), alpha.
+    // An oklch colour with the given lightness, chroma, hue (radians) and alpha.
     static SCUColor fromLCH(double lightness, double chroma, double hue, double alpha);
-    // Constructor 5: labValues set, space oklch (see the RawLABValues constructor).
+    // labValues set, space oklch (see the RawLABValues constructor).
     static SCUColor fromLAB(double l, double a, double b, double alpha);
     // Opaque black in sRGB.
     static SCUColor black();
