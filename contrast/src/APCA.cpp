@@ -4,6 +4,7 @@
 #include <string>
 
 #include "APCATerms.h"
+#include "Rounding.h"
 #include "colour/FatalError.h"
 
 namespace tintwork {
@@ -133,7 +134,7 @@ double apcaContrast(const APCATerms& text, const APCATerms& background) {
         const double s = scale * (background.reverseBackground - text.reverseText);
         output = s > -lowClip ? 0.0 : s + offset;
     }
-    return roundPlaces(output * 100.0, 3);
+    return roundedToThreePlaces(output * 100.0);
 }
 
 double apcaContrast(double textY, double backgroundY) {

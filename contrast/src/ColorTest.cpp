@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "APCATerms.h"
+#include "Rounding.h"
 #include "colour/ColorConverter.h"
 #include "contrast/APCA.h"
 #include "contrast/WCAG.h"
@@ -19,6 +20,7 @@ namespace {
 struct PreparedColor {
     ColorValue color;
     SharedText cssText;
+    std::optional<ColorValue> extended;  // in extended sRGB, for mixing a translucent foreground
     bool opaque = true;
     bool inSRGB = false;
     APCATerms sRGBTerms;              // own components, sRGB coefficients (inSRGB only)
@@ -74,6 +76,7 @@ std::optional<PreparedColor> prepare(const ColorValue& color) {
         prepared.displayP3Terms = apcaTerms(apcaLuminanceDisplayP3(clamped->red(), clamped->green(), clamped->blue()));
     }
     prepared.wcagLuminance = wcagRelativeLuminance(color);
+    prepared.extended = color.converted(ColorEncoding::sRGBExtended);
     return prepared;
 }
 
@@ -98,14 +101,32 @@ bool hasAnyVariant(const PreparedItem& item) {
     return false;
 }
 
-// Signed Lc of a pair; nullopt when it can't be computed.
-std::optional<double> pairLc(const PreparedColor& foreground, const PreparedColor& background) {
-    if (!foreground.opaque) {
-        const auto flattened = flattenForeground(foreground.color, background.color);
-        return flattened ? apcaContrast(*flattened, background.color) : std::nullopt;
+// flattenForeground over the prepared extended sRGB forms.
+std::optional<ColorValue> flattened(const PreparedColor& foreground, const PreparedColor& background) {
+    if (!foreground.extended || !background.extended) {
+        return std::nullopt;
     }
+    const ColorValue& front = *foreground.extended;
+    const ColorValue& back = *background.extended;
+    const double showing = 1.0 - foreground.color.alpha();
+    return ColorValue(ColorEncoding::sRGBExtended, front.red() + (back.red() - front.red()) * showing,
+                      front.green() + (back.green() - front.green()) * showing,
+                      front.blue() + (back.blue() - front.blue()) * showing, 1.0);
+}
+
+// Signed Lc of a pair; nullopt when it can't be computed. A flattened foreground is in
+// extended sRGB, so its pair always takes the Display P3 coefficients.
+std::optional<double> pairLc(const PreparedColor& foreground, const PreparedColor& background) {
     double lc = 0;
-    if (foreground.inSRGB && background.inSRGB) {
+    if (!foreground.opaque) {
+        const auto mixed = flattened(foreground, background);
+        const auto clamped = mixed ? mixed->converted(ColorEncoding::sRGB) : std::nullopt;
+        if (!clamped || !background.displayP3Terms) {
+            return std::nullopt;
+        }
+        lc = apcaContrast(apcaTerms(apcaLuminanceDisplayP3(clamped->red(), clamped->green(), clamped->blue())),
+                          *background.displayP3Terms);
+    } else if (foreground.inSRGB && background.inSRGB) {
         lc = apcaContrast(foreground.sRGBTerms, background.sRGBTerms);
     } else if (foreground.displayP3Terms && background.displayP3Terms) {
         lc = apcaContrast(*foreground.displayP3Terms, *background.displayP3Terms);
@@ -124,11 +145,11 @@ std::optional<double> pairRatio(const PreparedColor& foreground, const PreparedC
     if (foreground.opaque) {
         ratio = wcagContrastRatio(foreground.wcagLuminance, background.wcagLuminance);
     } else {
-        const auto flattened = flattenForeground(foreground.color, background.color);
-        if (!flattened) {
+        const auto mixed = flattened(foreground, background);
+        if (!mixed) {
             return std::nullopt;
         }
-        ratio = wcagContrastRatio(wcagRelativeLuminance(*flattened), background.wcagLuminance);
+        ratio = wcagContrastRatio(wcagRelativeLuminance(*mixed), background.wcagLuminance);
     }
     if (!std::isfinite(ratio) || ratio <= 0) {
         return std::nullopt;
@@ -142,7 +163,14 @@ class MessageCache {
 public:
     template <typename Make>
     const SharedText& get(long long key, Make&& make) {
-        auto [entry, inserted] = messages_.try_emplace(key);
+        if (key >= 0 && key < directKeys) {
+            auto& slot = direct_[static_cast<std::size_t>(key)];
+            if (!slot) {
+                slot = SharedText(make());
+            }
+            return *slot;
+        }
+        auto [entry, inserted] = others_.try_emplace(key);
         if (inserted) {
             entry->second = SharedText(make());
         }
@@ -150,7 +178,10 @@ public:
     }
 
 private:
-    std::unordered_map<long long, SharedText> messages_;
+    // Keys of ordinary values (an Lc up to 130 in tenths, twice) are looked up directly.
+    static constexpr long long directKeys = 4096;
+    std::vector<std::optional<SharedText>> direct_ = std::vector<std::optional<SharedText>>(directKeys);
+    std::unordered_map<long long, SharedText> others_;
 };
 
 // Forms the pairs of the items and compares each in every variant. `compare` gives
@@ -232,7 +263,7 @@ std::vector<TestColorResult> APCAColorTest::run() const {
             if (!lc) {
                 return std::optional<Verdict>();
             }
-            const int required = apcaRequiredFontSize(std::fabs(roundPlaces(*lc, 1)), weightValue);
+            const int required = apcaRequiredFontSize(std::fabs(roundedToOnePlace(*lc)), weightValue);
             if (fontSize >= required) {
                 return std::optional<Verdict>(Verdict{pass, true});
             }
@@ -249,7 +280,7 @@ std::vector<TestColorResult> APCAColorTest::run() const {
         if (!lc) {
             return std::optional<Verdict>();
         }
-        const double tested = std::fabs(roundPlaces(*lc, 1));
+        const double tested = std::fabs(roundedToOnePlace(*lc));
         const bool passed = tested > static_cast<double>(minimum);
         const long long key = std::llround(tested * 10) * 2 + (passed ? 1 : 0);
         const SharedText& message = messages.get(key, [&] { return apcaLuminosityMessage(tested, minimum, passed); });
@@ -265,7 +296,7 @@ std::vector<TestColorResult> WCAGColorTest::run() const {
             return std::optional<Verdict>();
         }
         const bool passed = wcagLevel(*ratio) < 2;
-        const double printed = roundPlaces(*ratio, 1);
+        const double printed = roundedToOnePlace(*ratio);
         const long long key = std::llround(printed * 10) * 2 + (passed ? 1 : 0);
         const SharedText& message = messages.get(key, [&] { return wcagMessage(printed, passed); });
         return std::optional<Verdict>(Verdict{message, passed});

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Rounding.h"
+
 namespace tintwork {
 
 namespace {
@@ -21,7 +23,7 @@ double wcagRelativeLuminance(const ColorValue& color) {
 double wcagContrastRatio(double firstLuminance, double secondLuminance) {
     const double lighter = std::max(firstLuminance, secondLuminance);
     const double darker = std::min(firstLuminance, secondLuminance);
-    return roundPlaces((lighter + 0.05) / (darker + 0.05), 3);
+    return roundedToThreePlaces((lighter + 0.05) / (darker + 0.05));
 }
 
 double wcagContrastRatio(const ColorValue& first, const ColorValue& second) {
