@@ -65,14 +65,6 @@ TEST(APCA, UsesDisplayP3CoefficientsOnSRGBComponentsUnlessBothAreSRGB) {
     EXPECT_GT(std::fabs(*both - *mixed), 1.0);
 }
 
-TEST(APCA, SoftClampsLuminanceNearBlack) {
-    EXPECT_DOUBLE_EQ(apcaSoftClamp(0.5), 0.5);
-    EXPECT_DOUBLE_EQ(apcaSoftClamp(0.0221), 0.0221);
-    EXPECT_DOUBLE_EQ(apcaSoftClamp(0.022), 0.022);
-    EXPECT_DOUBLE_EQ(apcaSoftClamp(0.0), std::pow(0.022, 1.414));
-    EXPECT_DOUBLE_EQ(apcaSoftClamp(0.01), 0.01 + std::pow(0.012, 1.414));
-}
-
 TEST(APCA, GivesZeroForNearlyEqualLuminance) {
     EXPECT_EQ(apcaContrast(0.5, 0.5), 0.0);
     EXPECT_EQ(apcaContrast(0.5, 0.5004), 0.0);

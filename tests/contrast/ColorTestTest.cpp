@@ -153,15 +153,5 @@ TEST(WCAGColorTest, FailsOnlyBelowThreeWhateverTheThreshold) {
     EXPECT_EQ(wcagMessage(3.0, false), "Fail with 3:1 (min 3.0 required)");
 }
 
-TEST(ColorTest, NumberTexts) {
-    EXPECT_EQ(formatLc(45.0), "45.0");
-    EXPECT_EQ(formatLc(0.0), "0.0");
-    EXPECT_EQ(formatLc(67.1), "67.1");
-    EXPECT_EQ(formatLc(107.9), "107.9");
-    EXPECT_EQ(formatRatio(3.0), "3");
-    EXPECT_EQ(formatRatio(4.5), "4.5");
-    EXPECT_EQ(formatRatio(21.0), "21");
-}
-
 }  // namespace
 }  // namespace tintwork

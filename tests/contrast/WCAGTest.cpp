@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 namespace tintwork {
 namespace {
 
@@ -21,15 +19,9 @@ TEST(WCAG, MatchesPublishedRatios) {
     EXPECT_DOUBLE_EQ(wcagContrastRatio(grey(0x80), grey(0x80)), 1.0);
 }
 
-TEST(WCAG, RoundsRatioToThreePlaces) {
-    const double ratio = wcagContrastRatio(grey(0x76), grey(255));
-    EXPECT_DOUBLE_EQ(ratio * 1000, std::round(ratio * 1000));
-}
-
 TEST(WCAG, ReadsComponentsInTheColoursOwnEncoding) {
     EXPECT_DOUBLE_EQ(wcagRelativeLuminance(ColorValue(ColorEncoding::displayP3, 0.5, 0.5, 0.5, 1)),
                      wcagRelativeLuminance(ColorValue::sRGB(0.5, 0.5, 0.5)));
-    EXPECT_DOUBLE_EQ(wcagRelativeLuminance(ColorValue::sRGB(0.03928, 0, 0)), 0.2126 * 0.03928 / 12.92);
 }
 
 TEST(WCAG, LevelsAtTheirBoundaries) {
