@@ -20,11 +20,14 @@ namespace {
 struct PreparedColor {
     ColorValue color;
     SharedText cssText;
-    std::optional<ColorValue> extended;  // in extended sRGB, for mixing a translucent foreground
     bool opaque = true;
     bool inSRGB = false;
-    APCATerms sRGBTerms;              // own components, sRGB coefficients (inSRGB only)
-    std::optional<APCATerms> displayP3Terms;  // converted to sRGB, Display P3 coefficients
+    // The colour in extended sRGB, for mixing a translucent foreground over it.
+    std::optional<ColorValue> extended;
+    // APCA terms of the colour's own components with the sRGB coefficients (inSRGB only).
+    APCATerms sRGBTerms;
+    // APCA terms of the colour converted to sRGB, with the Display P3 coefficients.
+    std::optional<APCATerms> displayP3Terms;
     double wcagLuminance = 0;
 };
 
@@ -101,17 +104,20 @@ bool hasAnyVariant(const PreparedItem& item) {
     return false;
 }
 
-// flattenForeground over the prepared extended sRGB forms.
+// An opaque extended sRGB colour: `front` at `alpha` over `back`, both in extended sRGB.
+ColorValue mixedOver(const ColorValue& front, const ColorValue& back, double alpha) {
+    const double showing = 1.0 - alpha;
+    return ColorValue(ColorEncoding::sRGBExtended, front.red() + (back.red() - front.red()) * showing,
+                      front.green() + (back.green() - front.green()) * showing,
+                      front.blue() + (back.blue() - front.blue()) * showing, 1.0);
+}
+
+// flattenForeground of a translucent foreground, from the prepared extended sRGB forms.
 std::optional<ColorValue> flattened(const PreparedColor& foreground, const PreparedColor& background) {
     if (!foreground.extended || !background.extended) {
         return std::nullopt;
     }
-    const ColorValue& front = *foreground.extended;
-    const ColorValue& back = *background.extended;
-    const double showing = 1.0 - foreground.color.alpha();
-    return ColorValue(ColorEncoding::sRGBExtended, front.red() + (back.red() - front.red()) * showing,
-                      front.green() + (back.green() - front.green()) * showing,
-                      front.blue() + (back.blue() - front.blue()) * showing, 1.0);
+    return mixedOver(*foreground.extended, *background.extended, foreground.color.alpha());
 }
 
 // Signed Lc of a pair; nullopt when it can't be computed. A flattened foreground is in
@@ -161,6 +167,23 @@ std::optional<double> pairRatio(const PreparedColor& foreground, const PreparedC
 // so each distinct one is built once and shared by its results.
 class MessageCache {
 public:
+    // The key of a printed one-decimal value and its outcome; none for a value too
+    // large to key exactly, whose message is then built on its own.
+    static std::optional<long long> tenthsKey(double printed, bool passed) {
+        if (!(std::fabs(printed) < 1e12)) {
+            return std::nullopt;
+        }
+        return std::llround(printed * 10) * 2 + (passed ? 1 : 0);
+    }
+
+    template <typename Make>
+    SharedText get(std::optional<long long> key, Make&& make) {
+        if (!key) {
+            return SharedText(make());
+        }
+        return get(*key, std::forward<Make>(make));
+    }
+
     template <typename Make>
     const SharedText& get(long long key, Make&& make) {
         if (key >= 0 && key < directKeys) {
@@ -282,9 +305,9 @@ std::vector<TestColorResult> APCAColorTest::run() const {
         }
         const double tested = std::fabs(roundedToOnePlace(*lc));
         const bool passed = tested > static_cast<double>(minimum);
-        const long long key = std::llround(tested * 10) * 2 + (passed ? 1 : 0);
-        const SharedText& message = messages.get(key, [&] { return apcaLuminosityMessage(tested, minimum, passed); });
-        return std::optional<Verdict>(Verdict{message, passed});
+        SharedText message = messages.get(MessageCache::tenthsKey(tested, passed),
+                                          [&] { return apcaLuminosityMessage(tested, minimum, passed); });
+        return std::optional<Verdict>(Verdict{std::move(message), passed});
     });
 }
 
@@ -297,9 +320,9 @@ std::vector<TestColorResult> WCAGColorTest::run() const {
         }
         const bool passed = wcagLevel(*ratio) < 2;
         const double printed = roundedToOnePlace(*ratio);
-        const long long key = std::llround(printed * 10) * 2 + (passed ? 1 : 0);
-        const SharedText& message = messages.get(key, [&] { return wcagMessage(printed, passed); });
-        return std::optional<Verdict>(Verdict{message, passed});
+        SharedText message =
+            messages.get(MessageCache::tenthsKey(printed, passed), [&] { return wcagMessage(printed, passed); });
+        return std::optional<Verdict>(Verdict{std::move(message), passed});
     });
 }
 
@@ -319,10 +342,7 @@ std::optional<ColorValue> flattenForeground(const ColorValue& foreground, const 
     if (!front || !back) {
         return std::nullopt;
     }
-    const double showing = 1.0 - foreground.alpha();
-    return ColorValue(ColorEncoding::sRGBExtended, front->red() + (back->red() - front->red()) * showing,
-                      front->green() + (back->green() - front->green()) * showing,
-                      front->blue() + (back->blue() - front->blue()) * showing, 1.0);
+    return mixedOver(*front, *back, foreground.alpha());
 }
 
 std::string formatLc(double lc) {
