@@ -248,7 +248,7 @@ private:
 Json parseDocument(std::string_view text, const std::string& sourceName) {
     try {
         return Json::parse(text);
-    } catch (const Json::parse_error& error) {
+    } catch (const Json::exception& error) {  // syntax errors, and numbers too large for a double
         // The library's text starts with its own exception tag, which says nothing to a user.
         std::string detail = error.what();
         if (std::size_t tagEnd = detail.find("] "); !detail.empty() && detail.front() == '[' &&

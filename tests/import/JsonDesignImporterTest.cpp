@@ -235,6 +235,7 @@ TEST(JsonDesignImporter, InvalidJsonAndUnreadableFilesFail) {
         EXPECT_EQ(std::string(error.what()).rfind("The text is not valid JSON: parse error at line 1", 0), 0u)
             << error.what();
     }
+    EXPECT_THROW(importJson(R"({"n": {"$type": "number", "$value": 1e999}})"), DocumentColorParsingError);
     ProjectItemPtr root = testing::newGroupItem("Root");
     EXPECT_THROW(JsonDesignImporter().importColors("/nonexistent/colors.json", *root), FileError);
     EXPECT_TRUE(root->group->items.empty());
