@@ -280,6 +280,9 @@ std::string androidColorText(const ColorValue& color) {
 }
 
 std::string androidStringText(std::string_view text) {
+    // Android drops the blanks around an unquoted string anyway; trimming first lets a
+    // leading "@" or "?" be seen and escaped.
+    text = trimmed(text);
     std::string out;
     out.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
