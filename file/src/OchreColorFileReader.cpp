@@ -80,8 +80,8 @@ std::shared_ptr<OchreColorProject> OchreColorFileReader::read(std::string_view b
     const unsigned int options = pugi::parse_cdata | pugi::parse_escapes;
     const pugi::xml_parse_result result = document.load_buffer(bytes.data(), bytes.size(), options);
     if (!result) {
-        throw DocumentReadError("The document is not valid XML: " + std::string(result.description()) +
-                                " at offset " + std::to_string(result.offset));
+        throw DocumentReadError("The document is not valid XML: " + std::string(result.description()) + " at offset " +
+                                std::to_string(result.offset));
     }
     const pugi::xml_node root = document.document_element();
     const pugi::xml_node projectElement = root.child("project");

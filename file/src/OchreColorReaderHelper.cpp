@@ -80,17 +80,16 @@ std::optional<Themeable<T>> readVariants(const pugi::xml_node& element, Content&
         return std::nullopt;
     }
     Themeable<T> value;
-    for (ColorSource source : {ColorSource::light, ColorSource::lightHighContrast, ColorSource::dark,
-                               ColorSource::darkHighContrast}) {
+    for (ColorSource source :
+         {ColorSource::light, ColorSource::lightHighContrast, ColorSource::dark, ColorSource::darkHighContrast}) {
         value.setVariant(source, slots[static_cast<std::size_t>(source)]);
     }
     return value;
 }
 
 std::optional<ThemeableColor> readColor(const pugi::xml_node& element, ColorSpace space) {
-    auto variants = readVariants<ColorValue>(element, [&](const pugi::xml_node& variant) {
-        return parseColorText(textOf(variant.child("rgba")), space);
-    });
+    auto variants = readVariants<ColorValue>(
+        element, [&](const pugi::xml_node& variant) { return parseColorText(textOf(variant.child("rgba")), space); });
     if (!variants) {
         return std::nullopt;
     }
@@ -131,8 +130,8 @@ std::optional<ThemeableShadow> readShadow(const pugi::xml_node& element, ColorSp
 }
 
 std::optional<ThemeableNumber> readNumber(const pugi::xml_node& element) {
-    return readVariants<double>(element,
-                                [](const pugi::xml_node& variant) { return parseDouble(textOf(variant.child("value"))); });
+    return readVariants<double>(
+        element, [](const pugi::xml_node& variant) { return parseDouble(textOf(variant.child("value"))); });
 }
 
 std::optional<ThemeableBoolean> readBoolean(const pugi::xml_node& element) {
@@ -260,8 +259,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
                 group.items.push_back(std::move(member));
             }
         }
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(group));
+        item =
+            std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(group));
     } else if (kind == "colorItem") {
         OchreColorItem color;
         color.colorSpace = profileSpace(textOf(element.child("profile")));
@@ -273,8 +272,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         color.appearanceType = appearance.type;
         color.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(color));
+        item =
+            std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(color));
     } else if (kind == "alias") {
         item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readSetAlias<OchreColorAlias>(element));
     } else if (kind == "colorSet") {
@@ -292,8 +291,7 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         set.appearanceType = appearance.type;
         set.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(set));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(set));
     } else if (kind == "numberItem") {
         std::optional<ThemeableNumber> value = readNumber(element.child("number"));
         if (!value) {
@@ -307,11 +305,10 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         number.appearanceType = appearance.type;
         number.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(number));
+        item =
+            std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(number));
     } else if (kind == "numberAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(),
-                                                       readItemAlias<OchreColorNumberAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readItemAlias<OchreColorNumberAlias>(element));
     } else if (kind == "booleanItem") {
         std::optional<ThemeableBoolean> value = readBoolean(element.child("boolean"));
         if (!value) {
@@ -322,11 +319,10 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         boolean.appearanceType = appearance.type;
         boolean.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(boolean));
+        item =
+            std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(boolean));
     } else if (kind == "booleanAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(),
-                                                       readItemAlias<OchreColorBooleanAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readItemAlias<OchreColorBooleanAlias>(element));
     } else if (kind == "stringItem") {
         std::optional<ThemeableString> value = readString(element.child("string"));
         if (!value) {
@@ -337,11 +333,10 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         string.appearanceType = appearance.type;
         string.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(string));
+        item =
+            std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(string));
     } else if (kind == "stringAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(),
-                                                       readItemAlias<OchreColorStringAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readItemAlias<OchreColorStringAlias>(element));
     } else if (kind == "shadowItem") {
         OchreColorShadow shadow;
         shadow.colorSpace = profileSpace(textOf(element.child("profile")));
@@ -353,8 +348,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         shadow.appearanceType = appearance.type;
         shadow.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(shadow));
+        item =
+            std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(shadow));
     } else if (kind == "shadowSet") {
         OchreColorShadowSet set;
         if (!readSetBlock(element, set)) {
@@ -370,11 +365,9 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         const Appearance appearance = readAppearance(element);
         set.appearanceType = appearance.type;
         set.autoContrastAmount = appearance.autoContrastAmount;
-        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
-                                                       std::move(set));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(set));
     } else if (kind == "shadowAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(),
-                                                       readSetAlias<OchreColorShadowAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readSetAlias<OchreColorShadowAlias>(element));
     } else {
         return nullptr;
     }

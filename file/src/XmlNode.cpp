@@ -10,6 +10,7 @@ namespace {
 constexpr std::string_view indentCharacters = "  ";
 
 // White space and line breaks, ASCII and the Unicode ones, as UTF-8 sequences.
+// clang-format off
 constexpr std::array<std::string_view, 25> whiteSpace = {
     " ",            "\t",           "\n",           "\v",           "\f",
     "\r",           "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80",
@@ -17,6 +18,7 @@ constexpr std::array<std::string_view, 25> whiteSpace = {
     "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89", "\xE2\x80\x8A",
     "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80",
 };
+// clang-format on
 
 std::size_t leadingSpace(std::string_view text) {
     for (std::string_view space : whiteSpace) {

@@ -29,8 +29,8 @@ std::optional<Enum> valueFor(const std::array<std::pair<Enum, std::string_view>,
 }
 
 constexpr std::array<std::string_view, buildFileTypeCount> fileExtensions = {
-    ".txt", ".css", ".scss", ".xcassets", ".swift", ".swift", ".swift",
-    ".xml", ".gl",  ".metal", ".json",    ".kt",    ".txt",   ".less",
+    ".txt", ".css", ".scss",  ".xcassets", ".swift", ".swift", ".swift",
+    ".xml", ".gl",  ".metal", ".json",     ".kt",    ".txt",   ".less",
 };
 
 constexpr std::array<std::pair<BuildExportFormat, std::string_view>, 4> exportFormatWords = {{

@@ -297,11 +297,9 @@ void regenerate(OchreColorSet& set) {
 }
 
 void regenerate(OchreColorShadowSet& set) {
-    regenerateMembers(
-        set, set.shadows,
-        [](const ColorInterpolator& interpolator, const ShadowDetails& a, const ShadowDetails& b, double p) {
-            return mixShadow(interpolator, a, b, p);
-        });
+    regenerateMembers(set, set.shadows,
+                      [](const ColorInterpolator& interpolator, const ShadowDetails& a, const ShadowDetails& b,
+                         double p) { return mixShadow(interpolator, a, b, p); });
 }
 
 }  // namespace tintwork

@@ -32,8 +32,8 @@ std::string folderName(const std::filesystem::path& path) {
 }
 
 [[noreturn]] void throwSaveError(const std::filesystem::path& path, int error) {
-    std::string message = "The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be saved in the folder \u201c" +
-                          folderName(path) + "\u201d.";
+    std::string message = "The file \u201c" + lastComponent(path) +
+                          "\u201d couldn\u2019t be saved in the folder \u201c" + folderName(path) + "\u201d.";
     if (error != 0) {
         message += " (" + std::string(std::strerror(error)) + ")";
     }

@@ -63,9 +63,7 @@ struct ColorFamily {
 
 struct ShadowFamily {
     using Value = ThemeableShadow;
-    static const Value* leaf(const OchreColorProjectItem& item) {
-        return item.shadow ? &item.shadow->shadow : nullptr;
-    }
+    static const Value* leaf(const OchreColorProjectItem& item) { return item.shadow ? &item.shadow->shadow : nullptr; }
     static const std::vector<Value>* set(const OchreColorProjectItem& item) {
         return item.shadowSet ? &item.shadowSet->shadows : nullptr;
     }
@@ -181,8 +179,7 @@ private:
             case AliasSetType::Kind::setItem: {
                 const std::optional<long long>& index = alias.referencedSetIndexes[slot];
                 const std::vector<Value>* members = list(*target);
-                if (!index || members == nullptr || *index < 0 ||
-                    *index >= static_cast<long long>(members->size())) {
+                if (!index || members == nullptr || *index < 0 || *index >= static_cast<long long>(members->size())) {
                     return nullptr;
                 }
                 return &(*members)[static_cast<std::size_t>(*index)];
@@ -328,38 +325,69 @@ void linkItemAlias(OchreColorItemAlias& alias, const ItemLookup& index) {
 // MARK: - Items
 
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorGroup payload)
-    : group(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::group), uuid(std::move(itemUuid)) {}
+    : group(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::group),
+      uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorItem payload)
-    : color(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::color), uuid(std::move(itemUuid)) {}
+    : color(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::color),
+      uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorSet payload)
-    : colorSet(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::colorSet),
+    : colorSet(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::colorSet),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorAlias payload)
-    : colorAlias(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::colorAlias),
+    : colorAlias(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::colorAlias),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorNumber payload)
-    : number(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::number), uuid(std::move(itemUuid)) {}
+    : number(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::number),
+      uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorNumberAlias payload)
-    : numberAlias(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::numberAlias),
+    : numberAlias(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::numberAlias),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorBoolean payload)
-    : boolean(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::boolean),
+    : boolean(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::boolean),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorBooleanAlias payload)
-    : booleanAlias(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::booleanAlias),
+    : booleanAlias(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::booleanAlias),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorString payload)
-    : string(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::string), uuid(std::move(itemUuid)) {}
+    : string(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::string),
+      uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorStringAlias payload)
-    : stringAlias(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::stringAlias),
+    : stringAlias(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::stringAlias),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorShadow payload)
-    : shadow(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::shadow), uuid(std::move(itemUuid)) {}
+    : shadow(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::shadow),
+      uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorShadowSet payload)
-    : shadowSet(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::shadowSet),
+    : shadowSet(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::shadowSet),
       uuid(std::move(itemUuid)) {}
 OchreColorProjectItem::OchreColorProjectItem(std::string itemName, std::string itemUuid, OchreColorShadowAlias payload)
-    : shadowAlias(std::move(payload)), name(std::move(itemName)), itemType(ProjectItemType::shadowAlias),
+    : shadowAlias(std::move(payload)),
+      name(std::move(itemName)),
+      itemType(ProjectItemType::shadowAlias),
       uuid(std::move(itemUuid)) {}
 
 bool OchreColorProjectItem::hasPayload() const {
@@ -389,22 +417,34 @@ void withAppearanceFields(Item& item, Action&& action) {
     switch (item.itemType) {
         case ProjectItemType::group: return;
         case ProjectItemType::color:
-            if (item.color) { action(item.color->appearanceType, item.color->autoContrastAmount); }
+            if (item.color) {
+                action(item.color->appearanceType, item.color->autoContrastAmount);
+            }
             return;
         case ProjectItemType::colorSet:
-            if (item.colorSet) { action(item.colorSet->appearanceType, item.colorSet->autoContrastAmount); }
+            if (item.colorSet) {
+                action(item.colorSet->appearanceType, item.colorSet->autoContrastAmount);
+            }
             return;
         case ProjectItemType::colorAlias:
-            if (item.colorAlias) { action(item.colorAlias->appearanceType, item.colorAlias->autoContrastAmount); }
+            if (item.colorAlias) {
+                action(item.colorAlias->appearanceType, item.colorAlias->autoContrastAmount);
+            }
             return;
         case ProjectItemType::number:
-            if (item.number) { action(item.number->appearanceType, item.number->autoContrastAmount); }
+            if (item.number) {
+                action(item.number->appearanceType, item.number->autoContrastAmount);
+            }
             return;
         case ProjectItemType::numberAlias:
-            if (item.numberAlias) { action(item.numberAlias->appearanceType, item.numberAlias->autoContrastAmount); }
+            if (item.numberAlias) {
+                action(item.numberAlias->appearanceType, item.numberAlias->autoContrastAmount);
+            }
             return;
         case ProjectItemType::boolean:
-            if (item.boolean) { action(item.boolean->appearanceType, item.boolean->autoContrastAmount); }
+            if (item.boolean) {
+                action(item.boolean->appearanceType, item.boolean->autoContrastAmount);
+            }
             return;
         case ProjectItemType::booleanAlias:
             if (item.booleanAlias) {
@@ -412,19 +452,29 @@ void withAppearanceFields(Item& item, Action&& action) {
             }
             return;
         case ProjectItemType::string:
-            if (item.string) { action(item.string->appearanceType, item.string->autoContrastAmount); }
+            if (item.string) {
+                action(item.string->appearanceType, item.string->autoContrastAmount);
+            }
             return;
         case ProjectItemType::stringAlias:
-            if (item.stringAlias) { action(item.stringAlias->appearanceType, item.stringAlias->autoContrastAmount); }
+            if (item.stringAlias) {
+                action(item.stringAlias->appearanceType, item.stringAlias->autoContrastAmount);
+            }
             return;
         case ProjectItemType::shadow:
-            if (item.shadow) { action(item.shadow->appearanceType, item.shadow->autoContrastAmount); }
+            if (item.shadow) {
+                action(item.shadow->appearanceType, item.shadow->autoContrastAmount);
+            }
             return;
         case ProjectItemType::shadowSet:
-            if (item.shadowSet) { action(item.shadowSet->appearanceType, item.shadowSet->autoContrastAmount); }
+            if (item.shadowSet) {
+                action(item.shadowSet->appearanceType, item.shadowSet->autoContrastAmount);
+            }
             return;
         case ProjectItemType::shadowAlias:
-            if (item.shadowAlias) { action(item.shadowAlias->appearanceType, item.shadowAlias->autoContrastAmount); }
+            if (item.shadowAlias) {
+                action(item.shadowAlias->appearanceType, item.shadowAlias->autoContrastAmount);
+            }
             return;
     }
 }

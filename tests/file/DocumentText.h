@@ -16,9 +16,8 @@ inline std::string documentWith(const std::string& colorItems, const std::string
 // A colour item with one light variant.
 inline std::string colorItemXml(const std::string& id, const std::string& name, const std::string& rgba = "1 0 0 1",
                                 const std::string& extra = "") {
-    return "<colorItem><id>" + id + "</id><name>" + name + "</name><profile>sRGB</profile>" + extra +
-           "<color><name>" + name + "</name><variants><variant><rgba>" + rgba +
-           "</rgba></variant></variants></color></colorItem>";
+    return "<colorItem><id>" + id + "</id><name>" + name + "</name><profile>sRGB</profile>" + extra + "<color><name>" +
+           name + "</name><variants><variant><rgba>" + rgba + "</rgba></variant></variants></color></colorItem>";
 }
 
 }  // namespace tintwork::testing

@@ -54,8 +54,10 @@ TEST(OchreColorFileReader, RejectsBytesThatAreNoDocument) {
 }
 
 TEST(OchreColorFileReader, LoadsAnyVersionAndMissingContainers) {
-    auto project = read("<tintwork><project><header><version>9.9</version><description>Old</description></header>"
-                        "<colorItems>" + colorItemXml("A", "Red") + "</colorItems></project></tintwork>");
+    auto project = read(
+        "<tintwork><project><header><version>9.9</version><description>Old</description></header>"
+        "<colorItems>" +
+        colorItemXml("A", "Red") + "</colorItems></project></tintwork>");
     EXPECT_EQ("Old", project->projectDescription);
     ASSERT_EQ(1u, project->items.size());
     EXPECT_TRUE(project->buildGroups.empty());
@@ -67,9 +69,10 @@ TEST(OchreColorFileReader, LoadsAnyVersionAndMissingContainers) {
 }
 
 TEST(OchreColorFileReader, ReadsSettingsInOrder) {
-    auto project = read("<tintwork><project><settings><setting><key>DisplayMode</key><value>table</value></setting>"
-                        "<setting><key>Other</key></setting><setting><value>no key</value></setting>"
-                        "</settings></project></tintwork>");
+    auto project = read(
+        "<tintwork><project><settings><setting><key>DisplayMode</key><value>table</value></setting>"
+        "<setting><key>Other</key></setting><setting><value>no key</value></setting>"
+        "</settings></project></tintwork>");
     ASSERT_EQ(2u, project->settings.size());
     EXPECT_EQ("DisplayMode", project->settings[0].key);
     EXPECT_EQ("table", project->settings[0].value);
@@ -87,31 +90,37 @@ TEST(OchreColorFileReader, AppliesItemDefaults) {
     EXPECT_FALSE(item->isExpanded);
     EXPECT_EQ(TestPosition::both, item->testPosition);
 
-    EXPECT_EQ(0.5, onlyItem(colorItemXml("A", "a", "1 0 0 1", "<autoContrast>lots</autoContrast>"))
-                       ->color->autoContrastAmount);
-    EXPECT_EQ(0.25, onlyItem(colorItemXml("A", "a", "1 0 0 1", "<autoContrast>0.25</autoContrast>"))
-                        ->color->autoContrastAmount);
+    EXPECT_EQ(
+        0.5,
+        onlyItem(colorItemXml("A", "a", "1 0 0 1", "<autoContrast>lots</autoContrast>"))->color->autoContrastAmount);
+    EXPECT_EQ(
+        0.25,
+        onlyItem(colorItemXml("A", "a", "1 0 0 1", "<autoContrast>0.25</autoContrast>"))->color->autoContrastAmount);
     EXPECT_EQ(AppearanceType::highContrastAuto,
               onlyItem(colorItemXml("A", "a", "1 0 0 1", "<appearance>highContrastAuto</appearance>"))
                   ->color->appearanceType);
 
-    auto noId = onlyItem("<colorItem><name>x</name><color><variants><variant><rgba>1 1 1 1</rgba></variant>"
-                         "</variants></color></colorItem>");
+    auto noId = onlyItem(
+        "<colorItem><name>x</name><color><variants><variant><rgba>1 1 1 1</rgba></variant>"
+        "</variants></color></colorItem>");
     ASSERT_TRUE(noId);
     EXPECT_EQ(36u, noId->uuid.size());
     EXPECT_EQ("", noId->color->color.name);
 }
 
 TEST(OchreColorFileReader, MakesColoursInTheProfileSpaceWithoutClamping) {
-    auto p3 = onlyItem("<colorItem><id>A</id><profile>DisplayP3</profile><color><variants><variant>"
-                       "<rgba>1.5 -0.25 0 0.5</rgba></variant></variants></color></colorItem>");
+    auto p3 = onlyItem(
+        "<colorItem><id>A</id><profile>DisplayP3</profile><color><variants><variant>"
+        "<rgba>1.5 -0.25 0 0.5</rgba></variant></variants></color></colorItem>");
     EXPECT_EQ(ColorSpace::displayP3, p3->color->colorSpace);
     EXPECT_EQ(ColorValue(ColorEncoding::displayP3, 1.5, -0.25, 0, 0.5), p3->color->color.lightVariant);
-    auto extended = onlyItem("<colorItem><id>A</id><profile>extendedSRGB</profile><color><variants><variant>"
-                             "<rgba>2 0 0 1</rgba></variant></variants></color></colorItem>");
+    auto extended = onlyItem(
+        "<colorItem><id>A</id><profile>extendedSRGB</profile><color><variants><variant>"
+        "<rgba>2 0 0 1</rgba></variant></variants></color></colorItem>");
     EXPECT_EQ(ColorEncoding::sRGBExtended, extended->color->color.lightVariant.encoding());
-    auto unknown = onlyItem("<colorItem><id>A</id><profile>Lab</profile><color><variants><variant>"
-                            "<rgba>1 1 1 1</rgba></variant></variants></color></colorItem>");
+    auto unknown = onlyItem(
+        "<colorItem><id>A</id><profile>Lab</profile><color><variants><variant>"
+        "<rgba>1 1 1 1</rgba></variant></variants></color></colorItem>");
     EXPECT_EQ(ColorSpace::sRGB, unknown->color->colorSpace);
 }
 
@@ -125,22 +134,25 @@ TEST(OchreColorFileReader, DropsItemsWithoutAReadableLightVariant) {
     EXPECT_FALSE(onlyItem("<colorItem><id>A</id><color><variants/></color></colorItem>"));
     EXPECT_FALSE(onlyItem("<colorItem><id>A</id><color/></colorItem>"));
     EXPECT_FALSE(onlyItem("<colorItem><id>A</id></colorItem>"));
-    EXPECT_FALSE(onlyItem("<colorItem><id>A</id><color><variants><variant type=\"dark\"><rgba>1 1 1 1</rgba>"
-                          "</variant></variants></color></colorItem>"));
-    EXPECT_FALSE(onlyItem("<colorItem><id>A</id><color><variants><variant><rgba>bad</rgba></variant>"
-                          "<variant><rgba>1 1 1 1</rgba></variant></variants></color></colorItem>"));
+    EXPECT_FALSE(
+        onlyItem("<colorItem><id>A</id><color><variants><variant type=\"dark\"><rgba>1 1 1 1</rgba>"
+                 "</variant></variants></color></colorItem>"));
+    EXPECT_FALSE(
+        onlyItem("<colorItem><id>A</id><color><variants><variant><rgba>bad</rgba></variant>"
+                 "<variant><rgba>1 1 1 1</rgba></variant></variants></color></colorItem>"));
 }
 
 TEST(OchreColorFileReader, TakesTheFirstVariantOfEachAppearance) {
-    auto item = onlyItem("<colorItem><id>A</id><color><variants>"
-                         "<variant type=\"dark\"><rgba>0 0 0 1</rgba></variant>"
-                         "<variant><rgba>1 1 1 1</rgba></variant>"
-                         "<variant type=\"dark\"><rgba>0.5 0.5 0.5 1</rgba></variant>"
-                         "<variant type=\"highContrast\"><rgba>broken</rgba></variant>"
-                         "<variant type=\"highContrast\"><rgba>0.2 0.2 0.2 1</rgba></variant>"
-                         "<variant type=\"darkHighContrast\"><rgba>0.1 0.1 0.1 1</rgba></variant>"
-                         "<variant type=\"sepia\"><rgba>0.3 0.3 0.3 1</rgba></variant>"
-                         "</variants></color></colorItem>");
+    auto item = onlyItem(
+        "<colorItem><id>A</id><color><variants>"
+        "<variant type=\"dark\"><rgba>0 0 0 1</rgba></variant>"
+        "<variant><rgba>1 1 1 1</rgba></variant>"
+        "<variant type=\"dark\"><rgba>0.5 0.5 0.5 1</rgba></variant>"
+        "<variant type=\"highContrast\"><rgba>broken</rgba></variant>"
+        "<variant type=\"highContrast\"><rgba>0.2 0.2 0.2 1</rgba></variant>"
+        "<variant type=\"darkHighContrast\"><rgba>0.1 0.1 0.1 1</rgba></variant>"
+        "<variant type=\"sepia\"><rgba>0.3 0.3 0.3 1</rgba></variant>"
+        "</variants></color></colorItem>");
     ASSERT_TRUE(item);
     const ThemeableColor& color = item->color->color;
     EXPECT_EQ(1.0, color.lightVariant.red());
@@ -166,8 +178,9 @@ TEST(OchreColorFileReader, ParsesNumbersStrictly) {
     EXPECT_EQ(std::nullopt, value("+-3"));
     EXPECT_EQ(std::nullopt, value("0x10"));
 
-    auto number = onlyItem("<numberItem><id>N</id><number><variants><variant><value>8</value></variant></variants>"
-                           "</number><min>0</min><max>wide</max><steps>16</steps></numberItem>");
+    auto number = onlyItem(
+        "<numberItem><id>N</id><number><variants><variant><value>8</value></variant></variants>"
+        "</number><min>0</min><max>wide</max><steps>16</steps></numberItem>");
     EXPECT_EQ(0.0, number->number->minValue);
     EXPECT_EQ(std::nullopt, number->number->maxValue);
     EXPECT_EQ(16, number->number->steps);
@@ -183,16 +196,18 @@ TEST(OchreColorFileReader, ReadsBooleansAndStrings) {
     EXPECT_FALSE(boolean("yes"));
     EXPECT_FALSE(boolean("TRUE"));
 
-    auto text = onlyItem("<stringItem><id>S</id><string><variants><variant><value>Inter &amp; Co</value></variant>"
-                         "<variant type=\"dark\"><value/></variant></variants></string></stringItem>");
+    auto text = onlyItem(
+        "<stringItem><id>S</id><string><variants><variant><value>Inter &amp; Co</value></variant>"
+        "<variant type=\"dark\"><value/></variant></variants></string></stringItem>");
     EXPECT_EQ("Inter & Co", text->string->value.lightVariant);
     EXPECT_EQ("", text->string->value.darkVariant);
     EXPECT_FALSE(onlyItem("<stringItem><id>S</id><string><variants><variant/></variants></string></stringItem>"));
 }
 
 TEST(OchreColorFileReader, DropsSetsWithoutTheirRequiredFields) {
-    const std::string full = "<steps>2</steps><interpolation>3</interpolation><curve>4</curve>"
-                             "<curveAmount>2.5</curveAmount><type>1</type><middle>0.4</middle><naming>3</naming>";
+    const std::string full =
+        "<steps>2</steps><interpolation>3</interpolation><curve>4</curve>"
+        "<curveAmount>2.5</curveAmount><type>1</type><middle>0.4</middle><naming>3</naming>";
     auto set = onlyItem(setXml(full, memberXml("a") + memberXml("b")));
     ASSERT_TRUE(set);
     EXPECT_EQ(InterpolationMethod::oklab, set->colorSet->interpolationMethod);
@@ -206,9 +221,12 @@ TEST(OchreColorFileReader, DropsSetsWithoutTheirRequiredFields) {
     EXPECT_TRUE(onlyItem(setXml(required + "<naming>0</naming>")));
     EXPECT_FALSE(onlyItem(setXml(required)));
     EXPECT_FALSE(onlyItem(setXml(required + "<naming>4</naming>")));
-    EXPECT_FALSE(onlyItem(setXml("<interpolation>0</interpolation><type>3</type><middle>0.5</middle><naming>0</naming>")));
-    EXPECT_FALSE(onlyItem(setXml("<interpolation>4</interpolation><type>0</type><middle>0.5</middle><naming>0</naming>")));
-    EXPECT_FALSE(onlyItem(setXml("<interpolation>0</interpolation><type>0</type><middle>half</middle><naming>0</naming>")));
+    EXPECT_FALSE(
+        onlyItem(setXml("<interpolation>0</interpolation><type>3</type><middle>0.5</middle><naming>0</naming>")));
+    EXPECT_FALSE(
+        onlyItem(setXml("<interpolation>4</interpolation><type>0</type><middle>0.5</middle><naming>0</naming>")));
+    EXPECT_FALSE(
+        onlyItem(setXml("<interpolation>0</interpolation><type>0</type><middle>half</middle><naming>0</naming>")));
     EXPECT_FALSE(onlyItem(setXml("<type>0</type><middle>0.5</middle><naming>0</naming>")));
 
     auto defaults = onlyItem(setXml(required + "<naming>0</naming><curve>9</curve><curveAmount>steep</curveAmount>"));
@@ -217,8 +235,9 @@ TEST(OchreColorFileReader, DropsSetsWithoutTheirRequiredFields) {
 }
 
 TEST(OchreColorFileReader, CountsSetMembersFromTheDocumentNotFromSteps) {
-    const std::string block = "<steps>5</steps><interpolation>0</interpolation><type>0</type><middle>0.5</middle>"
-                              "<naming>0</naming>";
+    const std::string block =
+        "<steps>5</steps><interpolation>0</interpolation><type>0</type><middle>0.5</middle>"
+        "<naming>0</naming>";
     auto set = onlyItem(setXml(block, memberXml("1") + memberXml("2", "x") + memberXml("3") + memberXml("4")));
     ASSERT_TRUE(set);
     ASSERT_EQ(3u, set->colorSet->colors.size());
@@ -227,10 +246,11 @@ TEST(OchreColorFileReader, CountsSetMembersFromTheDocumentNotFromSteps) {
 }
 
 TEST(OchreColorFileReader, SkipsUnknownElementsAndKeepsSiblings) {
-    auto project = read(documentWith(colorItemXml("A", "a") + "<gradient><id>G</id></gradient>" +
-                                     colorItemXml("B", "b") +
-                                     "<group><id>G</id><name>Group</name><expanded>1</expanded><namespace>1</namespace>"
-                                     "<id>again</id>" + colorItemXml("C", "c") + "</group>"));
+    auto project =
+        read(documentWith(colorItemXml("A", "a") + "<gradient><id>G</id></gradient>" + colorItemXml("B", "b") +
+                          "<group><id>G</id><name>Group</name><expanded>1</expanded><namespace>1</namespace>"
+                          "<id>again</id>" +
+                          colorItemXml("C", "c") + "</group>"));
     ASSERT_EQ(3u, project->items.size());
     EXPECT_EQ("A", project->items[0]->uuid);
     EXPECT_EQ("B", project->items[1]->uuid);
@@ -264,8 +284,8 @@ TEST(OchreColorFileReader, LinksItemsToBuildAndTestGroups) {
 
 TEST(OchreColorFileReader, DropsTasksWithAnUnreadableTypeOrTransform) {
     auto taskXml = [](const std::string& fileType, const std::string& transform) {
-        return "<task><name>T</name><id>T1</id><folder>out</folder><fileName>colors</fileName>" + fileType +
-               transform + "</task>";
+        return "<task><name>T</name><id>T1</id><folder>out</folder><fileName>colors</fileName>" + fileType + transform +
+               "</task>";
     };
     const std::string tasks = taskXml("<fileType>13</fileType>", "<nameTransform>4</nameTransform>") +
                               taskXml("<fileType>14</fileType>", "<nameTransform>0</nameTransform>") +
@@ -275,8 +295,8 @@ TEST(OchreColorFileReader, DropsTasksWithAnUnreadableTypeOrTransform) {
                               taskXml("<fileType>1</fileType>", "<nameTransform>5</nameTransform>") +
                               taskXml("<fileType>1</fileType>", "") +
                               "<task><fileType>0</fileType><nameTransform>0</nameTransform></task>";
-    auto project = read(documentWith("", "<buildGroup><id>G</id><name>Web</name><expanded>1</expanded><tasks>" +
-                                             tasks + "</tasks></buildGroup>"));
+    auto project = read(documentWith(
+        "", "<buildGroup><id>G</id><name>Web</name><expanded>1</expanded><tasks>" + tasks + "</tasks></buildGroup>"));
     ASSERT_EQ(1u, project->buildGroups.size());
     const BuildGroup& group = *project->buildGroups[0];
     EXPECT_TRUE(group.isExpanded);
@@ -292,13 +312,14 @@ TEST(OchreColorFileReader, DropsTasksWithAnUnreadableTypeOrTransform) {
 }
 
 TEST(OchreColorFileReader, ReadsTaskOptionsAndConfiguration) {
-    auto project = read(documentWith(
-        "", "<buildGroup><id>G</id><tasks><task><fileType>3</fileType><nameTransform>0</nameTransform>"
-            "<format>cssOKLCH</format><namePrefix/><nameSuffix>Color</nameSuffix><configuration>"
-            "<assetCatalogSymbols>true</assetCatalogSymbols><empty/><teamNote>first</teamNote>"
-            "<teamNote>second</teamNote></configuration></task>"
-            "<task><fileType>1</fileType><nameTransform>0</nameTransform><format>cssHSL</format></task>"
-            "</tasks></buildGroup>"));
+    auto project =
+        read(documentWith("",
+                          "<buildGroup><id>G</id><tasks><task><fileType>3</fileType><nameTransform>0</nameTransform>"
+                          "<format>cssOKLCH</format><namePrefix/><nameSuffix>Color</nameSuffix><configuration>"
+                          "<assetCatalogSymbols>true</assetCatalogSymbols><empty/><teamNote>first</teamNote>"
+                          "<teamNote>second</teamNote></configuration></task>"
+                          "<task><fileType>1</fileType><nameTransform>0</nameTransform><format>cssHSL</format></task>"
+                          "</tasks></buildGroup>"));
     const BuildTask& task = project->buildGroups[0]->tasks[0];
     EXPECT_EQ(BuildExportFormat::cssOKLCH, task.exportFormat);
     EXPECT_EQ("", task.namePrefix);
@@ -310,13 +331,14 @@ TEST(OchreColorFileReader, ReadsTaskOptionsAndConfiguration) {
 
 TEST(OchreColorFileReader, ReadsTestsAndLeavesUnreadableFieldsUnset) {
     auto project = read(documentWith(
-        "", "", "<testGroup><id>TG</id><name>Text</name><tests>"
-                "<test><name>Body</name><id>T1</id><type>apcaContrast</type><thresholdType>textSize</thresholdType>"
-                "<threshold>60</threshold><fontSize>16</fontSize><fontWeight>400</fontWeight></test>"
-                "<test><name>Plain</name><type>wcagContrast</type><thresholdType>size</thresholdType>"
-                "<threshold>4.5</threshold><fontSize>big</fontSize><fontWeight>450</fontWeight></test>"
-                "<test><name>Unknown</name><type>deltaE</type></test>"
-                "</tests></testGroup>"));
+        "", "",
+        "<testGroup><id>TG</id><name>Text</name><tests>"
+        "<test><name>Body</name><id>T1</id><type>apcaContrast</type><thresholdType>textSize</thresholdType>"
+        "<threshold>60</threshold><fontSize>16</fontSize><fontWeight>400</fontWeight></test>"
+        "<test><name>Plain</name><type>wcagContrast</type><thresholdType>size</thresholdType>"
+        "<threshold>4.5</threshold><fontSize>big</fontSize><fontWeight>450</fontWeight></test>"
+        "<test><name>Unknown</name><type>deltaE</type></test>"
+        "</tests></testGroup>"));
     const std::vector<TestTask>& tests = project->testGroups[0]->tests;
     ASSERT_EQ(2u, tests.size());
     EXPECT_EQ(TestTaskType::apcaContrastTest, tests[0].taskType);

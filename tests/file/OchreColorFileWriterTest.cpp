@@ -81,28 +81,29 @@ TEST(OchreColorFileWriter, WritesAColourItemInItsOwnSpace) {
     item->color->color.darkVariant = ColorValue(ColorEncoding::sRGB, 0, 0, 0, 1);
     item->isExpanded = true;
     project.items.push_back(item);
-    EXPECT_EQ("<colorItem>\n"
-              "<id>C1</id>\n"
-              "<name>Red</name>\n"
-              "<profile>sRGB</profile>\n"
-              "<appearance>highContrastAuto</appearance>\n"
-              "<autoContrast>0.12</autoContrast>\n"
-              "<color>\n"
-              "<name>Red</name>\n"
-              "<variants>\n"
-              "<variant>\n"
-              "<rgba>1.2 0.12346 0 1</rgba>\n"
-              "</variant>\n"
-              "<variant type=\"dark\">\n"
-              "<rgba>0 0 0 1</rgba>\n"
-              "</variant>\n"
-              "<variant type=\"highContrast\">\n"
-              "<rgba>0.5 0.5 0.5 0.25</rgba>\n"
-              "</variant>\n"
-              "</variants>\n"
-              "</color>\n"
-              "</colorItem>\n",
-              writtenItems(project));
+    EXPECT_EQ(
+        "<colorItem>\n"
+        "<id>C1</id>\n"
+        "<name>Red</name>\n"
+        "<profile>sRGB</profile>\n"
+        "<appearance>highContrastAuto</appearance>\n"
+        "<autoContrast>0.12</autoContrast>\n"
+        "<color>\n"
+        "<name>Red</name>\n"
+        "<variants>\n"
+        "<variant>\n"
+        "<rgba>1.2 0.12346 0 1</rgba>\n"
+        "</variant>\n"
+        "<variant type=\"dark\">\n"
+        "<rgba>0 0 0 1</rgba>\n"
+        "</variant>\n"
+        "<variant type=\"highContrast\">\n"
+        "<rgba>0.5 0.5 0.5 0.25</rgba>\n"
+        "</variant>\n"
+        "</variants>\n"
+        "</color>\n"
+        "</colorItem>\n",
+        writtenItems(project));
 
     OchreColorProject p3;
     auto converted = colorItem("C2", "Green", ColorValue::sRGB(0, 1, 0));
@@ -122,12 +123,13 @@ TEST(OchreColorFileWriter, WritesNumbersInTheirShortestForm) {
     number.steps = 4;
     number.appearanceType = AppearanceType::lightAndDark;
     project.items.push_back(std::make_shared<OchreColorProjectItem>("Gap", "N1", number));
-    EXPECT_EQ("<numberItem>\n<id>N1</id>\n<name>Gap</name>\n<number>\n<variants>\n"
-              "<variant>\n<value>3</value>\n</variant>\n"
-              "<variant type=\"dark\">\n<value>0.1</value>\n</variant>\n"
-              "</variants>\n</number>\n<min>-2.5</min>\n<steps>4</steps>\n"
-              "<appearance>lightanddark</appearance>\n</numberItem>\n",
-              writtenItems(project));
+    EXPECT_EQ(
+        "<numberItem>\n<id>N1</id>\n<name>Gap</name>\n<number>\n<variants>\n"
+        "<variant>\n<value>3</value>\n</variant>\n"
+        "<variant type=\"dark\">\n<value>0.1</value>\n</variant>\n"
+        "</variants>\n</number>\n<min>-2.5</min>\n<steps>4</steps>\n"
+        "<appearance>lightanddark</appearance>\n</numberItem>\n",
+        writtenItems(project));
 }
 
 TEST(OchreColorFileWriter, WritesAliasesWithoutIdentifierOrUnsetVariants) {
@@ -147,14 +149,15 @@ TEST(OchreColorFileWriter, WritesAliasesWithoutIdentifierOrUnsetVariants) {
     OchreColorNumberAlias numberAlias;
     numberAlias.aliasTypes[0] = ItemAliasType::item("N");
     project.items.push_back(std::make_shared<OchreColorProjectItem>("Gap", "NA", numberAlias));
-    EXPECT_EQ("<alias>\n<name>Focus</name>\n<type>3</type>\n<typeDarkHighContrast>1</typeDarkHighContrast>\n"
-              "<referencedItemId>SET</referencedItemId>\n<subIndex>4</subIndex>\n"
-              "<referencedItemIdDarkHighContrast>DARKHC</referencedItemIdDarkHighContrast>\n"
-              "<buildGroupId>BG</buildGroupId>\n<testGroupId>TG</testGroupId>\n<testPosition>background</testPosition>\n"
-              "</alias>\n"
-              "<numberAlias>\n<name>Gap</name>\n<type>1</type>\n<referencedItemId>N</referencedItemId>\n"
-              "</numberAlias>\n",
-              writtenItems(project));
+    EXPECT_EQ(
+        "<alias>\n<name>Focus</name>\n<type>3</type>\n<typeDarkHighContrast>1</typeDarkHighContrast>\n"
+        "<referencedItemId>SET</referencedItemId>\n<subIndex>4</subIndex>\n"
+        "<referencedItemIdDarkHighContrast>DARKHC</referencedItemIdDarkHighContrast>\n"
+        "<buildGroupId>BG</buildGroupId>\n<testGroupId>TG</testGroupId>\n<testPosition>background</testPosition>\n"
+        "</alias>\n"
+        "<numberAlias>\n<name>Gap</name>\n<type>1</type>\n<referencedItemId>N</referencedItemId>\n"
+        "</numberAlias>\n",
+        writtenItems(project));
 }
 
 TEST(OchreColorFileWriter, UnsetItemAliasVariantsComeBackAsItemReferences) {
@@ -199,43 +202,42 @@ TEST(OchreColorFileWriter, WritesTasksAndTestsWithOptionalFieldsOnlyWhenSet) {
     project.buildGroups = {build};
     project.testGroups = {tests};
     const std::string text = write(project);
-    EXPECT_NE(std::string::npos,
-              text.find("    <buildGroups>\n"
-                        "      <buildGroup>\n"
-                        "        <id>BG</id>\n"
-                        "        <name>Web</name>\n"
-                        "        <tasks>\n"
-                        "          <task>\n"
-                        "            <name>CSS</name>\n"
-                        "            <id>T</id>\n"
-                        "            <folder>build/css</folder>\n"
-                        "            <fileName>colors</fileName>\n"
-                        "            <fileType>13</fileType>\n"
-                        "            <nameTransform>4</nameTransform>\n"
-                        "            <namePrefix/>\n"
-                        "            <configuration>\n"
-                        "              <alpha & omega>first</alpha & omega>\n"
-                        "              <zeta>last</zeta>\n"
-                        "            </configuration>\n"
-                        "          </task>\n"
-                        "        </tasks>\n"
-                        "      </buildGroup>\n"
-                        "    </buildGroups>\n"
-                        "    <testGroups>\n"
-                        "      <testGroup>\n"
-                        "        <id>TG</id>\n"
-                        "        <name>Text</name>\n"
-                        "        <expanded>1</expanded>\n"
-                        "        <tests>\n"
-                        "          <test>\n"
-                        "            <name>Body</name>\n"
-                        "            <id>X</id>\n"
-                        "            <type>wcagContrast</type>\n"
-                        "            <fontWeight>700</fontWeight>\n"
-                        "          </test>\n"
-                        "        </tests>\n"
-                        "      </testGroup>\n"
-                        "    </testGroups>\n"));
+    EXPECT_NE(std::string::npos, text.find("    <buildGroups>\n"
+                                           "      <buildGroup>\n"
+                                           "        <id>BG</id>\n"
+                                           "        <name>Web</name>\n"
+                                           "        <tasks>\n"
+                                           "          <task>\n"
+                                           "            <name>CSS</name>\n"
+                                           "            <id>T</id>\n"
+                                           "            <folder>build/css</folder>\n"
+                                           "            <fileName>colors</fileName>\n"
+                                           "            <fileType>13</fileType>\n"
+                                           "            <nameTransform>4</nameTransform>\n"
+                                           "            <namePrefix/>\n"
+                                           "            <configuration>\n"
+                                           "              <alpha & omega>first</alpha & omega>\n"
+                                           "              <zeta>last</zeta>\n"
+                                           "            </configuration>\n"
+                                           "          </task>\n"
+                                           "        </tasks>\n"
+                                           "      </buildGroup>\n"
+                                           "    </buildGroups>\n"
+                                           "    <testGroups>\n"
+                                           "      <testGroup>\n"
+                                           "        <id>TG</id>\n"
+                                           "        <name>Text</name>\n"
+                                           "        <expanded>1</expanded>\n"
+                                           "        <tests>\n"
+                                           "          <test>\n"
+                                           "            <name>Body</name>\n"
+                                           "            <id>X</id>\n"
+                                           "            <type>wcagContrast</type>\n"
+                                           "            <fontWeight>700</fontWeight>\n"
+                                           "          </test>\n"
+                                           "        </tests>\n"
+                                           "      </testGroup>\n"
+                                           "    </testGroups>\n"));
 }
 
 TEST(OchreColorFileWriter, StopsAtAnItemWithoutPayload) {

@@ -27,7 +27,7 @@ int memberCount(std::vector<ProjectItemPtr> sets, std::vector<AliasSetType> type
 }
 
 TEST(Alias, MemberCountIsTheShortestTargetWithUnsetVariantsCountingNinetyNine) {
-    const std::vector<ProjectItemPtr> sets = {colorSet("S5", 5), colorSet("S7", 7), colorSet("S9", 9),
+    const std::vector<ProjectItemPtr> sets = {colorSet("S5", 5),   colorSet("S7", 7),   colorSet("S9", 9),
                                               colorSet("S11", 11), colorSet("S12", 12), colorSet("S120", 3, 120)};
     EXPECT_EQ(5, memberCount(sets, {AliasSetType::set("S5"), AliasSetType::set("S7"), AliasSetType::set("S9"),
                                     AliasSetType::set("S11")}));

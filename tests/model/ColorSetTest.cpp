@@ -69,8 +69,8 @@ TEST(ColorSet, RampsEndOnTheEndColourExactly) {
     const ColorValue end = ColorValue::sRGB(0.1, 0.47, 0.83, 0.4);
     for (InterpolationMethod method : {InterpolationMethod::linear, InterpolationMethod::linearLegacy,
                                        InterpolationMethod::oklch, InterpolationMethod::oklab}) {
-        for (CurveType curve : {CurveType::linear, CurveType::cosine, CurveType::hermite3, CurveType::hermite5,
-                                CurveType::lame}) {
+        for (CurveType curve :
+             {CurveType::linear, CurveType::cosine, CurveType::hermite3, CurveType::hermite5, CurveType::lame}) {
             for (int steps : {2, 3, 7, 10}) {
                 const auto interpolator = makeInterpolator(method, steps, middleColorIndex(steps, 0.5));
                 const std::vector<ColorValue> ramp = interpolator->generateTwoItemSet(start, end, curve, 0.6);
