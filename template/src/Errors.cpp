@@ -1,5 +1,7 @@
 #include "template/Errors.h"
 
+#include <algorithm>
+
 
 namespace tintwork::stencil {
 
@@ -49,12 +51,21 @@ std::string describeToken(const Token& token, const std::string& reason) {
         text += map.location.content[index] == '\t' ? '\t' : ' ';
     }
     text += "^";
-    // Tildes under the rest of the token, at most to the end of the line.
-    std::size_t width = token.contents.size() + 4;
-    std::size_t available = map.location.content.size() > offset ? map.location.content.size() - offset : 1;
-    width = std::min(width, available);
-    if (width > 1) {
-        text += std::string(width - 1, '~');
+    // Tildes under the rest of the token on its line: up to its closing delimiter
+    // for a tag, or the length of a text.
+    const std::string& line = map.location.content;
+    std::size_t end = line.size();
+    if (token.kind != Token::Kind::text) {
+        const char* closer = token.kind == Token::Kind::variable ? "}}" : token.kind == Token::Kind::block ? "%}" : "#}";
+        std::size_t found = line.find(closer, offset);
+        if (found != std::string::npos) {
+            end = found + 2;
+        }
+    } else {
+        end = std::min(end, offset + token.contents.size());
+    }
+    if (end > offset + 1) {
+        text += std::string(end - offset - 1, '~');
     }
     return text;
 }

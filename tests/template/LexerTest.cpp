@@ -1,23 +1,99 @@
 #include <gtest/gtest.h>
 
-#include "template/Environment.h"
+#include "TemplateTestSupport.h"
 #include "template/Token.h"
 
 namespace tintwork::stencil {
 namespace {
 
+using testing::render;
+
 TEST(Lexer, TextWithoutDelimitersIsOneTextToken) {
-    auto tokens = Lexer("plain text { not a tag }").tokenize();
+    auto tokens = Lexer("plain text { not a tag } and {single").tokenize();
     ASSERT_EQ(tokens.size(), 1u);
     EXPECT_EQ(tokens[0].kind, Token::Kind::text);
-    EXPECT_EQ(tokens[0].contents, "plain text { not a tag }");
+    EXPECT_EQ(tokens[0].contents, "plain text { not a tag } and {single");
 }
 
-TEST(Lexer, Smoke) {
-    Environment environment;
-    EXPECT_EQ(environment.renderTemplate("Hello {{ name }}!{% for x in xs %}[{{ x }}]{% endfor %}",
-                                         Map{{"name", "World"}, {"xs", List{1, 2.5, "a"}}}),
-              "Hello World![1][2.5][a]");
+TEST(Lexer, CutsTheThreeDelimitersWithTrimmedContents) {
+    auto tokens = Lexer("a{{ name }}b{%  if x %}c{# note #}").tokenize();
+    ASSERT_EQ(tokens.size(), 6u);
+    EXPECT_EQ(tokens[0].kind, Token::Kind::text);
+    EXPECT_EQ(tokens[1].kind, Token::Kind::variable);
+    EXPECT_EQ(tokens[1].contents, "name");
+    EXPECT_EQ(tokens[3].kind, Token::Kind::block);
+    EXPECT_EQ(tokens[3].contents, "if x");
+    EXPECT_EQ(tokens[5].kind, Token::Kind::comment);
+    EXPECT_EQ(tokens[5].contents, "note");
+}
+
+TEST(Lexer, UnclosedDelimiterStaysText) {
+    auto tokens = Lexer("a {{ b").tokenize();
+    ASSERT_EQ(tokens.size(), 1u);
+    EXPECT_EQ(tokens[0].contents, "a {{ b");
+    EXPECT_EQ(render("x {% if"), "x {% if");
+}
+
+TEST(Lexer, QuotedWordsStayWholeInComponents) {
+    Token token("now \"yyyy-MM-dd 'at' HH:mm\"", Token::Kind::block);
+    EXPECT_EQ(token.components(), (std::vector<std::string>{"now", "\"yyyy-MM-dd 'at' HH:mm\""}));
+    Token filter("xs|join:\", \"  \n  y", Token::Kind::variable);
+    EXPECT_EQ(filter.components(), (std::vector<std::string>{"xs|join:\", \"", "y"}));
+    EXPECT_EQ(smartSplit("a,'b,c', d", ','), (std::vector<std::string>{"a", "'b,c'", " d"}));
+}
+
+TEST(Lexer, RecordsLineAndColumnOfEachToken) {
+    auto tokens = Lexer("first\n  second {{ x }}\n{% y %}", std::string("t.stencil")).tokenize();
+    ASSERT_EQ(tokens.size(), 4u);
+    EXPECT_EQ(tokens[0].sourceMap.location.lineNumber, 1u);
+    EXPECT_EQ(tokens[1].sourceMap.location.lineNumber, 2u);
+    EXPECT_EQ(tokens[1].sourceMap.location.lineOffset, 9);
+    EXPECT_EQ(tokens[1].sourceMap.location.content, "  second {{ x }}");
+    EXPECT_EQ(tokens[1].sourceMap.filename, "t.stencil");
+    EXPECT_EQ(tokens[3].sourceMap.location.lineNumber, 3u);
+    EXPECT_EQ(tokens[3].sourceMap.location.lineOffset, 0);
+}
+
+TEST(Lexer, WhitespaceMarkersAreReadAndRemoved) {
+    auto tokens = Lexer("{%- if x +%}{{+ y -}}{#- c #}").tokenize();
+    ASSERT_EQ(tokens.size(), 3u);
+    EXPECT_EQ(tokens[0].contents, "if x");
+    EXPECT_EQ(tokens[0].whitespace->leading, WhitespaceBehaviour::Behaviour::trim);
+    EXPECT_EQ(tokens[0].whitespace->trailing, WhitespaceBehaviour::Behaviour::keep);
+    EXPECT_EQ(tokens[1].contents, "y");
+    EXPECT_EQ(tokens[1].whitespace->leading, WhitespaceBehaviour::Behaviour::keep);
+    EXPECT_EQ(tokens[1].whitespace->trailing, WhitespaceBehaviour::Behaviour::trim);
+    EXPECT_EQ(tokens[2].whitespace->leading, WhitespaceBehaviour::Behaviour::trim);
+    EXPECT_EQ(tokens[2].whitespace->trailing, WhitespaceBehaviour::Behaviour::unspecified);
+}
+
+TEST(Lexer, TrimPatterns) {
+    using Trim = TrimBehaviour::Trim;
+    EXPECT_EQ(applyLeadingTrim(" \t\n  x\n", Trim::whitespace), "\n  x\n");
+    EXPECT_EQ(applyLeadingTrim(" \t\n\n  x", Trim::whitespaceAndOneNewLine), "\n  x");
+    EXPECT_EQ(applyLeadingTrim("  x", Trim::whitespaceAndOneNewLine), "  x");
+    EXPECT_EQ(applyLeadingTrim(" \n x", Trim::nothing), " \n x");
+    EXPECT_EQ(applyTrailingTrim("x\n \t", Trim::whitespace), "x\n");
+    EXPECT_EQ(applyTrailingTrim("x\n\n \t", Trim::whitespaceAndOneNewLine), "x\n");
+    EXPECT_EQ(applyTrailingTrim("x  ", Trim::whitespaceAndOneNewLine), "x  ");
+    EXPECT_EQ(applyTrailingTrim("x\r\n  ", Trim::whitespaceAndOneNewLine), "x");
+}
+
+TEST(Lexer, MarkersTrimBlanksAndOneLineFeedAroundEveryDelimiter) {
+    Map context{{"x", true}, {"y", "Y"}};
+    EXPECT_EQ(render("a\n  {%- if x -%}  \n\nb\n{%- endif %}", context), "a\nb");
+    EXPECT_EQ(render("[\n{{- y -}}\n]", context), "[Y]");
+    EXPECT_EQ(render("a  \n{#- note -#}\nb", context), "a  b");
+}
+
+TEST(Lexer, EnvironmentTrimActsBesideBlockTagsAndPlusKeeps) {
+    Environment smart(nullptr, {}, TrimBehaviour::smart());
+    Map context{{"xs", List{1, 2}}};
+    EXPECT_EQ(smart.renderTemplate("<\n  {% for x in xs %}\n  {{ x }}\n  {% endfor %}\n>", context), "<\n  1\n  2\n>");
+    EXPECT_EQ(smart.renderTemplate("a  {{ 1 }}  \nb", context), "a  1  \nb");
+    EXPECT_EQ(smart.renderTemplate("a  {%+ if true +%}  \nb{% endif %}", context), "a    \nb");
+    Environment plain;
+    EXPECT_EQ(plain.renderTemplate("a\n  {% if true %}\nb\n{% endif %}\n"), "a\n  \nb\n\n");
 }
 
 }  // namespace
