@@ -87,9 +87,13 @@ PreparedItem prepare(const OchreColorProjectItem& item) {
     PreparedItem prepared;
     prepared.item = &item;
     prepared.name = SharedText(item.name);
+    // Only the variants the item has take part: a colour without a dark variant is not
+    // compared in dark.
     if (const auto color = item.resolvedColor()) {
         for (std::size_t index = 0; index < 4; ++index) {
-            prepared.variants[index] = prepare(color->variant(allColorSources[index]));
+            if (const auto variant = color->storedVariant(allColorSources[index])) {
+                prepared.variants[index] = prepare(*variant);
+            }
         }
     }
     return prepared;

@@ -1,7 +1,7 @@
 #pragma once
 // The two contrast tests of a test task. Each pairs the foreground items with the
-// background items and compares every pair in every appearance variant, giving one
-// result per comparison that could be made.
+// background items and compares every pair in every appearance variant that both
+// colours have, giving one result per comparison that could be made.
 
 #include <memory>
 #include <optional>
