@@ -166,7 +166,7 @@ TEST(NativeTemplates, MetalConstantsCompileAsCpp) {
     EXPECT_NE(metal.find("constant float cornerRadius = 8.0;\nconstant float cornerRadiusDark = 6.0;\n"),
               std::string::npos);
     EXPECT_NE(metal.find("constant bool roundedCornersDark = false;\n"), std::string::npos);
-    EXPECT_NE(metal.find("// fontFamily: Inter\n// fontFamilyHighContrast: Atkinson Hyperlegible\n"),
+    EXPECT_NE(metal.find("/* fontFamily: Inter */\n/* fontFamilyHighContrast: Atkinson Hyperlegible */\n"),
               std::string::npos);
     EXPECT_NE(metal.find("constant TintworkShadow card = { float2(0.0, 8.0), 16.0, 0.0, float4(0.0, 0.0, 0.0, 0.25) "
                          "};\n"),
@@ -198,6 +198,70 @@ TEST(NativeTemplates, OpenGLConstantsPassGlslang) {
     const ToolResult embedded =
         validateGLSL(file.parent_path(), "#version 300 es\nprecision mediump float;", glsl, "embedded");
     EXPECT_EQ(embedded.status, 0) << embedded.output;
+}
+
+// Values at the edges of each language's literals: exponents, negative numbers,
+// quotes and backslashes, out-of-gamut colours, names starting with a digit and
+// empty sets.
+std::vector<ProjectItemPtr> awkwardItems() {
+    OchreColorNumber tiny;
+    tiny.value.lightVariant = 0.00001;
+    tiny.value.darkVariant = -2.5;
+    OchreColorNumber huge;
+    huge.value.lightVariant = 1e20;
+    OchreColorString quoted;
+    quoted.value.lightVariant = R"(say "hi" \ it's 100% $x)";
+    OchreColorBoolean off;
+    off.value.lightVariant = false;
+    OchreColorSet emptySet;
+    OchreColorShadowSet emptyShadows;
+    return {colorItem("3 Blue", "A", themed("", ColorValue(ColorEncoding::sRGBExtended, 1.2, -0.1, 0.5, 1),
+                                            ColorValue(ColorEncoding::sRGBExtended, 0.1, 0.2, 0.3, 0.5))),
+            std::make_shared<OchreColorProjectItem>("Tiny", "B", std::move(tiny)),
+            std::make_shared<OchreColorProjectItem>("Huge", "C", std::move(huge)),
+            std::make_shared<OchreColorProjectItem>("Quoted", "D", std::move(quoted)),
+            std::make_shared<OchreColorProjectItem>("Off", "E", std::move(off)),
+            std::make_shared<OchreColorProjectItem>("No Colours", "F", std::move(emptySet)),
+            std::make_shared<OchreColorProjectItem>("No Shadows", "G", std::move(emptyShadows))};
+}
+
+TEST(NativeTemplates, AwkwardValuesStillGiveValidSources) {
+    const auto project = std::make_shared<OchreColorProject>();
+    const auto items = awkwardItems();
+    const auto folder = freshFolder("native-awkward");
+    const auto make = [&](BuildTaskExporter&& exporter, BuildFileType type) {
+        const BuildTask buildTask = task("Awkward", type, "Awkward", BuildNameTransform::camelCase);
+        exporter.exportTo(folder, buildTask, items, folder / "Doc.tintwork");
+        return folder / buildTask.exportFileNameWithExtension();
+    };
+    const auto metal = make(MetalExporter(project), BuildFileType::metal);
+    const auto gl = make(OpenGLExporter(project), BuildFileType::gl);
+    const auto kotlin = make(AndroidComposeExporter(project), BuildFileType::androidCompose);
+
+    const std::string metalText = readText(metal);
+    EXPECT_NE(metalText.find("constant float4 color3Blue = float4(1.2, -0.1, 0.5, 1.0); // extendedSRGB\n"),
+              std::string::npos)
+        << metalText;
+    EXPECT_NE(metalText.find("constant float tiny = 1e-05;\nconstant float tinyDark = -2.5;\n"), std::string::npos);
+    const ToolResult compiled = compileMetalAsCpp(folder, metal);
+    EXPECT_EQ(compiled.status, 0) << compiled.output;
+    if (hasTool("glslangValidator")) {
+        const ToolResult validated = validateGLSL(folder, "#version 330 core", readText(gl), "awkward");
+        EXPECT_EQ(validated.status, 0) << validated.output;
+    }
+    EXPECT_NE(readText(kotlin).find("val noColours: List<Color> = emptyList()\n"), std::string::npos);
+    // A dollar sign would start a string template in Kotlin.
+    EXPECT_NE(readText(kotlin).find(R"(val quoted: String = """say "hi" \ it's 100% ${'$'}x""")"), std::string::npos);
+    expectParses("kotlin", kotlin);
+    for (const SwiftExportType type : {SwiftExportType::swiftUI, SwiftExportType::uiKit, SwiftExportType::appKit}) {
+        const BuildTask buildTask = task("Awkward", BuildFileType::swiftUIEnum, "Awkward" + std::to_string(static_cast<int>(type)),
+                                         BuildNameTransform::camelCase);
+        SwiftEnumExporter(project, type).exportTo(folder, buildTask, items, folder / "Doc.tintwork");
+        const auto swift = folder / buildTask.exportFileNameWithExtension();
+        EXPECT_NE(readText(swift).find(R"(public static let quoted: String = #"say "hi" \ it's 100% $x"#)"),
+                  std::string::npos);
+        expectParses("swift", swift);
+    }
 }
 
 TEST(NativeTemplates, EmptyGroupStillGivesCompilingSources) {

@@ -1,5 +1,5 @@
 // Parses one generated source file with a tree-sitter grammar and reports every
-// syntax error with its line. Usage: node check-syntax.js swift|kotlin|cpp FILE
+// syntax error with its line. Usage: node check-syntax.js swift|kotlin FILE
 // Exit status: 0 clean, 1 syntax errors, 2 bad usage.
 'use strict';
 
@@ -9,12 +9,11 @@ const Parser = require('tree-sitter');
 const grammars = {
   swift: () => require('tree-sitter-swift'),
   kotlin: () => require('tree-sitter-kotlin'),
-  cpp: () => require('tree-sitter-cpp'),
 };
 
 const [language, file] = process.argv.slice(2);
 if (!grammars[language] || !file) {
-  console.error('usage: node check-syntax.js swift|kotlin|cpp FILE');
+  console.error('usage: node check-syntax.js swift|kotlin FILE');
   process.exit(2);
 }
 
