@@ -90,6 +90,7 @@ inline TestDocument makeTestDocument() {
                                         srgb(0.6, 0.8, 1)));
     auto accent = colorItem("Accent", "ACCENT",
                             themed("Accent", ColorValue(ColorEncoding::displayP3, 1, 0.2, 0.4, 1)));
+    accent->color->colorSpace = ColorSpace::displayP3;
     OchreColorSet grey;
     grey.colors = {themed("100", srgb(0.9, 0.9, 0.9), srgb(0.1, 0.1, 0.1)), themed("200", srgb(0.6, 0.6, 0.6))};
     grey.steps = 2;
