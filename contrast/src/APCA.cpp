@@ -1,6 +1,7 @@
 #include "contrast/APCA.h"
 
 #include <cmath>
+#include <cstdio>
 #include <string>
 
 #include "APCATerms.h"
@@ -189,7 +190,9 @@ int requiredSize(double lc, int row, int column) {
 // The table row of an absolute Lc; an Lc of 130 or more has none.
 int rowForLc(double lc) {
     if (!(lc < 130.0)) {
-        throw FatalError("Lc " + std::to_string(lc) + " is beyond the font size table");
+        char text[64];
+        std::snprintf(text, sizeof text, "Lc %.1f is beyond the font size table, which ends below 130", lc);
+        throw FatalError(text);
     }
     return lc == 0.0 ? 1 : static_cast<int>(lc * 0.2);
 }

@@ -5,11 +5,11 @@
 namespace tintwork {
 
 struct APCATerms {
-    double y = 0;           // soft-clamped luminance
-    double normalBackground = 0;  // y^0.56
-    double normalText = 0;        // y^0.57
-    double reverseText = 0;       // y^0.62
-    double reverseBackground = 0; // y^0.65
+    double y = 0;                  // soft-clamped luminance
+    double normalBackground = 0;   // y^0.56
+    double normalText = 0;         // y^0.57
+    double reverseText = 0;        // y^0.62
+    double reverseBackground = 0;  // y^0.65
 };
 
 // The terms of an unclamped luminance.
