@@ -88,7 +88,7 @@ void print(const XmlNode& node, int level, std::string& out) {
         out += ' ';
         out += attribute;
         out += "=\"";
-        out += escaped(trimmed(attributeValue));
+        out += escaped(attributeValue);
         out += '"';
     }
     const std::string value = node.value ? escaped(trimmed(*node.value)) : std::string();

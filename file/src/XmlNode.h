@@ -1,6 +1,6 @@
 #pragma once
-// The writer's own small XML tree and its printer: attributes sorted by name, values
-// trimmed and escaped, two spaces of indent per level, empty elements self-closed.
+// The writer's own small XML tree and its printer: attributes sorted by name and escaped,
+// values trimmed and escaped, two spaces of indent per level, empty elements self-closed.
 
 #include <map>
 #include <optional>

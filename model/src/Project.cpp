@@ -218,6 +218,7 @@ private:
             resolved.name = item.name;
             resolved.uuid = item.uuid;
         }
+        deriveHighContrast(resolved, alias);
         return resolved;
     }
 
@@ -264,9 +265,21 @@ private:
             }
             resolved.name = member.name;
             resolved.uuid = member.uuid;
+            deriveHighContrast(resolved, alias);
             members.push_back(std::move(resolved));
         }
         return members;
+    }
+
+    // An alias with automatic high contrast derives its colours' high-contrast variants
+    // from what it resolved to, as a colour item of that appearance does.
+    template <typename Alias>
+    static void deriveHighContrast(Value& value, const Alias& alias) {
+        if constexpr (std::is_same_v<Value, ThemeableColor>) {
+            if (isAutomaticHighContrast(alias.appearanceType)) {
+                generateHighContrastVariants(value, alias.autoContrastAmount, hasDarkAppearance(alias.appearanceType));
+            }
+        }
     }
 
     std::unordered_map<const OchreColorProjectItem*, Entry<Value>> singles_;

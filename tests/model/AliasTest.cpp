@@ -65,6 +65,23 @@ TEST(Alias, ResolvesUnderItsOwnNameVariantByVariant) {
     EXPECT_EQ(std::nullopt, base->resolvedNumber());
 }
 
+TEST(Alias, AutomaticHighContrastAliasesDeriveTheirOwnVariants) {
+    auto base = colorItem("base", 0.8, 0.2);
+    auto ramp = colorSet("ramp", 2);
+    auto focus = colorAlias("Focus", AliasSetType::item("base"), AliasSetType::notSet());
+    focus->colorAlias->appearanceType = AppearanceType::lightDarkHighContrastAuto;
+    focus->colorAlias->autoContrastAmount = 0.3;
+    auto rampAlias = colorAlias("Ramp", AliasSetType::set("ramp"));
+    rampAlias->colorAlias->appearanceType = AppearanceType::highContrastAuto;
+    auto project = projectWith({base, ramp, focus, rampAlias});
+    const ThemeableColor color = *focus->resolvedColor();
+    EXPECT_EQ(highContrastColor(grey(0.8), 0.3), color.lightVariantHighContrast);
+    EXPECT_EQ(highContrastColor(grey(0.2), 0.3), color.darkVariantHighContrast);
+    const std::vector<ThemeableColor> members = *rampAlias->resolvedColorSet();
+    EXPECT_EQ(highContrastColor(grey(0.1), 0.5), members[1].lightVariantHighContrast);
+    EXPECT_FALSE(members[1].darkVariantHighContrast);
+}
+
 TEST(Alias, PicksSetMembersByIndexAndTreatsOutOfRangeAsEmpty) {
     auto ramp = colorSet("ramp", 5, -1, 0.5);
     auto second = colorAlias("second", AliasSetType::setItem("ramp", 1));

@@ -127,6 +127,12 @@ public:
 
     // Resolved values; for aliases the value assembled from the alias's references,
     // under the alias's own name; nullopt for another kind or a broken alias.
+    // The default reference gives the light variant (a broken one breaks the alias). Each
+    // other variant comes from its own reference (that target's matching variant, else its
+    // light one) or, unset or broken, from the default target's stored variant. Chains of
+    // aliases are followed; a cycle or a set index out of range is an empty reference.
+    // A whole-set alias gives setAliasMemberCount members named as its default target's.
+    // A colour alias of automatic high contrast derives its high-contrast variants.
     std::optional<ThemeableColor> resolvedColor() const;
     std::optional<std::vector<ThemeableColor>> resolvedColorSet() const;
     std::optional<ThemeableNumber> resolvedNumber() const;
