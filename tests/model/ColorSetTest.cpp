@@ -53,17 +53,6 @@ TEST(ColorSet, MiddleIndexIsNeverAnEnd) {
     EXPECT_THROW(middleColorIndex(9, 1e300), FatalError);
 }
 
-TEST(ColorSet, NamesMembersByScheme) {
-    EXPECT_EQ("1", memberName(ColorNamingScheme::smallNumeric, 0));
-    EXPECT_EQ("90", memberName(ColorNamingScheme::mediumNumeric, 8));
-    EXPECT_EQ("900", memberName(ColorNamingScheme::largeNumeric, 8));
-    EXPECT_EQ("300", memberName(ColorNamingScheme::manual, 2));
-    EXPECT_EQ(ColorNamingScheme::mediumNumeric, colorNamingSchemeFromRaw(3));
-    EXPECT_EQ(InterpolationMethod::oklch, interpolationMethodFromRaw(2));
-    EXPECT_EQ(std::nullopt, setTypeFromRaw(3));
-    EXPECT_EQ(std::nullopt, curveTypeFromRaw(5));
-}
-
 TEST(ColorSet, RampsEndOnTheEndColourExactly) {
     const ColorValue start = ColorValue::sRGB(0.91, 0.2, 0.33, 1);
     const ColorValue end = ColorValue::sRGB(0.1, 0.47, 0.83, 0.4);

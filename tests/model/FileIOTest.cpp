@@ -54,15 +54,6 @@ TEST_F(FileIO, NamesTheFileInItsErrors) {
                   }).find("The file \u201ccss\u201d couldn\u2019t be saved in the folder \u201cplain\u201d."));
 }
 
-TEST_F(FileIO, CreatesAndRemovesFolders) {
-    createDirectories(folder_ / "a" / "b");
-    createDirectories(folder_ / "a" / "b");
-    EXPECT_TRUE(fs::is_directory(folder_ / "a" / "b"));
-    removeItemIgnoringErrors(folder_ / "a");
-    EXPECT_FALSE(fs::exists(folder_ / "a"));
-    removeItemIgnoringErrors(folder_ / "never");
-}
-
 TEST(FileIOPaths, ExpandsTheHomeDirectory) {
     const char* saved = std::getenv("HOME");
     const std::string home = saved ? saved : "";

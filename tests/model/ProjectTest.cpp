@@ -121,16 +121,5 @@ TEST(Project, AutomaticHighContrastGeneratesColourVariants) {
     EXPECT_FALSE(number->number->value.lightVariantHighContrast);
 }
 
-TEST(Project, KnowsWhetherAnItemHasItsPayload) {
-    auto item = colorItem("c", 0.5);
-    EXPECT_EQ(ProjectItemType::color, item->itemType);
-    EXPECT_TRUE(item->hasPayload());
-    item->color.reset();
-    EXPECT_FALSE(item->hasPayload());
-    EXPECT_EQ(std::nullopt, item->resolvedColor());
-    EXPECT_EQ(AppearanceType::none, item->appearanceType());
-    EXPECT_EQ(36u, OchreColorProject().uuid.size());
-}
-
 }  // namespace
 }  // namespace tintwork

@@ -25,21 +25,6 @@ TEST(Themeable, AbsentVariantsAnswerWithTheLightOne) {
     EXPECT_EQ(1, number.variant(ColorSource::dark));
 }
 
-TEST(Themeable, AppearanceWordsReadBack) {
-    for (AppearanceType type : {AppearanceType::none, AppearanceType::lightAndDark, AppearanceType::highContrast,
-                                AppearanceType::highContrastAuto, AppearanceType::lightDarkHighContrast,
-                                AppearanceType::lightDarkHighContrastAuto}) {
-        EXPECT_EQ(type, appearanceTypeFromWord(appearanceTypeWord(type)));
-    }
-    EXPECT_EQ("lightanddark", appearanceTypeWord(AppearanceType::lightAndDark));
-    EXPECT_EQ(std::nullopt, appearanceTypeFromWord("lightAndDark"));
-    EXPECT_EQ(std::nullopt, appearanceTypeFromWord(""));
-    EXPECT_TRUE(hasDarkAppearance(AppearanceType::lightDarkHighContrastAuto));
-    EXPECT_FALSE(hasDarkAppearance(AppearanceType::highContrastAuto));
-    EXPECT_TRUE(isAutomaticHighContrast(AppearanceType::highContrastAuto));
-    EXPECT_FALSE(isAutomaticHighContrast(AppearanceType::lightDarkHighContrast));
-}
-
 TEST(Themeable, HighContrastPushesLightnessAwayFromTheMiddle) {
     const ColorValue light(ColorEncoding::sRGBExtended, 0.8, 0.8, 0.8, 1);
     const ColorValue dark(ColorEncoding::sRGBExtended, 0.2, 0.25, 0.3, 0.5);
