@@ -4,8 +4,12 @@
 #include <cmath>
 #include <filesystem>
 
+#include <nlohmann/json.hpp>
+
 #include "export/JsonDesignExporter.h"
+#include "file/OchreColorFileReader.h"
 #include "import/Importer.h"
+#include "model/FileIO.h"
 
 namespace tintwork {
 namespace {
@@ -166,6 +170,46 @@ TEST(JsonDesignRoundTrip, ExportThenImportGivesBackTheDocument) {
     EXPECT_EQ(find("Accent")->color->appearanceType, AppearanceType::lightDarkHighContrast);
     EXPECT_EQ(find("Ramp")->colorSet->appearanceType, AppearanceType::lightAndDark);
     EXPECT_EQ(find("Wide")->color->appearanceType, AppearanceType::none);
+}
+
+// Exporting what an export imported gives the same file: every value the format carries
+// survives, for the bundled example with its aliases, sets and appearances.
+TEST(JsonDesignRoundTrip, TheExampleDocumentIsAFixedPointOfExportAndImport) {
+    auto project = OchreColorFileReader().read(readFileBytes(std::string(TINTWORK_SOURCE_DIR) + "/examples/Colors.tintwork"));
+    ASSERT_FALSE(project->buildGroups.empty());
+    // The reader leaves a shadow's other appearances in their own groups rather than merging
+    // them, so only the shadows' light values can come back.
+    project->walk([](OchreColorProjectItem& item) {
+        auto lightOnly = [](ThemeableShadow& shadow) {
+            shadow.darkVariant.reset();
+            shadow.lightVariantHighContrast.reset();
+            shadow.darkVariantHighContrast.reset();
+        };
+        if (item.shadow) {
+            lightOnly(item.shadow->shadow);
+        }
+        if (item.shadowSet) {
+            for (ThemeableShadow& shadow : item.shadowSet->shadows) {
+                lightOnly(shadow);
+            }
+        }
+    });
+    std::filesystem::path folder = std::filesystem::temp_directory_path() / "tintwork-json-example";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder / "again");
+    BuildTask task;
+    task.exportFileName = "tokens";
+    task.exportFileType = BuildFileType::jsonDesignToken;
+    JsonDesignExporter(project).exportTo(folder, task, project->itemsForBuildGroup(*project->buildGroups[0]),
+                                         folder / "Colors.tintwork");
+
+    ProjectItemPtr imported = Importer().importFile(folder / "tokens.json", ImportSourceKind::designTokensJSON);
+    JsonDesignExporter(project).exportTo(folder / "again", task, imported->group->items, folder / "Colors.tintwork");
+
+    nlohmann::json first = nlohmann::json::parse(readFileBytes(folder / "tokens.json"));
+    nlohmann::json second = nlohmann::json::parse(readFileBytes(folder / "again" / "tokens.json"));
+    EXPECT_TRUE(first.contains("Dark"));
+    EXPECT_EQ(first, second) << first.dump(2) << "\n---\n" << second.dump(2);
 }
 
 }  // namespace
