@@ -18,7 +18,7 @@ using namespace tintwork::testing;
 
 std::filesystem::path buildResources(const std::string& caseName, BuildNameTransform transform) {
     const TestDocument document = makeTestDocument();
-    const auto folder = freshFolder(caseName);
+    const auto folder = freshFolder("native-" + caseName);
     const BuildTask buildTask = task("Android", BuildFileType::androidResource, "tokens", transform);
     AndroidResourceExporter(document.project)
         .exportTo(folder, buildTask, document.project->itemsForBuildGroup(*document.web), folder / "Doc.tintwork");

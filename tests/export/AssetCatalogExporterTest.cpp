@@ -17,7 +17,7 @@ using nlohmann::json;
 
 std::filesystem::path buildCatalog(const std::string& caseName, BuildTask buildTask) {
     const TestDocument document = makeTestDocument();
-    const auto folder = freshFolder(caseName);
+    const auto folder = freshFolder("native-" + caseName);
     AssetCatalogExporter().exportTo(folder, buildTask, document.project->itemsForBuildGroup(*document.web),
                                     folder / "Doc.tintwork");
     return folder / buildTask.exportFileNameWithExtension();
@@ -135,7 +135,7 @@ TEST(AssetCatalogExporter, SymbolSettingAndReplacementOfAnOlderCatalog) {
 
 TEST(AssetCatalogExporter, FolderNamesAreMadeSafe) {
     const auto project = std::make_shared<OchreColorProject>();
-    const auto folder = freshFolder("catalog-names");
+    const auto folder = freshFolder("native-catalog-names");
     std::vector<ProjectItemPtr> items{colorItem("Fore/Back: Ground", "A", themed("", srgb(1, 1, 1))),
                                       colorItem(" .hidden ", "B", themed("", srgb(0, 0, 0))),
                                       colorItem("", "C", themed("", srgb(0.5, 0.5, 0.5)))};

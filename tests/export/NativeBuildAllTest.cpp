@@ -13,7 +13,7 @@ using namespace tintwork::testing;
 
 TEST(NativeBuildAll, OneTaskOfEveryFileType) {
     TestDocument document = makeTestDocument();
-    const auto folder = freshFolder("build-all");
+    const auto folder = freshFolder("native-build-all");
     writeText(folder / "list.stencil", "{% for item in items %}{{ item.name }}\n{% endfor %}");
 
     std::vector<BuildTask>& tasks = document.web->tasks;

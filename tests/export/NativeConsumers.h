@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 
+#include <sys/wait.h>
+
 namespace tintwork::testing {
 
 struct ToolResult {

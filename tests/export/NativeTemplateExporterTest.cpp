@@ -19,7 +19,7 @@ using namespace tintwork::testing;
 template <typename Exporter, typename... Extra>
 std::filesystem::path build(const std::string& caseName, BuildFileType type, Extra... extra) {
     const TestDocument document = makeTestDocument();
-    const auto folder = freshFolder(caseName);
+    const auto folder = freshFolder("native-" + caseName);
     const BuildTask buildTask = task(caseName, type, "Tokens", BuildNameTransform::camelCase);
     Exporter exporter(document.project, extra...);
     exporter.exportTo(folder, buildTask, document.project->itemsForBuildGroup(*document.web), folder / "Doc.tintwork");
