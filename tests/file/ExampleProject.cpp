@@ -239,13 +239,15 @@ std::shared_ptr<OchreColorProject> makeExampleProject() {
                                                              AliasSetType::notSet(), AppearanceType::lightAndDark));
     auto text = builder.alias("Text", colorAlias(AliasSetType::item(black->uuid), AliasSetType::item(white->uuid),
                                                  AppearanceType::lightAndDark));
-    auto link = builder.alias("Link", colorAlias(AliasSetType::item(primary->uuid)));
+    auto link = builder.alias("Link", colorAlias(AliasSetType::setItem(blueSet->uuid, 7),
+                                                 AliasSetType::setItem(blueSet->uuid, 1), AppearanceType::lightAndDark));
+    auto action = builder.alias("Action", colorAlias(AliasSetType::item(primary->uuid)));
     OchreColorAlias focusPayload = colorAlias(AliasSetType::setItem(blueSet->uuid, 4));
     focusPayload.appearanceType = AppearanceType::highContrastAuto;
     focusPayload.autoContrastAmount = 0.6;
     auto focus = builder.alias("Focus Ring", std::move(focusPayload));
     auto brandRamp = builder.alias("Brand Ramp", colorAlias(AliasSetType::set(blueSet->uuid)));
-    auto semantic = builder.group("Semantic", {background, text, link, focus, brandRamp});
+    auto semantic = builder.group("Semantic", {background, text, link, action, focus, brandRamp});
 
     // Spacing and radii.
     auto small = number(builder, "Small", 4);

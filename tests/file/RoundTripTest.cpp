@@ -73,7 +73,7 @@ TEST(DocumentRoundTrip, ReloadedExampleKeepsItsStructureAndLinks) {
     EXPECT_EQ(project->testGroups[0], background.testGroup);
     EXPECT_EQ(TestPosition::background, background.testPosition);
 
-    const OchreColorProjectItem& brandRamp = *semantic.group->items[4];
+    const OchreColorProjectItem& brandRamp = *semantic.group->items[5];
     const auto members = brandRamp.resolvedColorSet();
     ASSERT_TRUE(members);
     EXPECT_EQ(9u, members->size());
