@@ -223,9 +223,12 @@ std::filesystem::path templateURL(std::string_view name) {
     if (std::filesystem::exists(local, error)) {
         return local;
     }
-    const auto installed = std::filesystem::path(TINTWORK_TEMPLATE_INSTALL_DIR) / fileName;
-    if (std::filesystem::exists(installed, error)) {
-        return installed;
+    const std::filesystem::path installFolder(TINTWORK_TEMPLATE_INSTALL_DIR);
+    if (!installFolder.empty()) {
+        const auto installed = installFolder / fileName;
+        if (std::filesystem::exists(installed, error)) {
+            return installed;
+        }
     }
     return local;
 }
