@@ -240,7 +240,8 @@ std::shared_ptr<OchreColorProject> makeExampleProject() {
     auto text = builder.alias("Text", colorAlias(AliasSetType::item(black->uuid), AliasSetType::item(white->uuid),
                                                  AppearanceType::lightAndDark));
     auto link = builder.alias("Link", colorAlias(AliasSetType::setItem(blueSet->uuid, 7),
-                                                 AliasSetType::setItem(blueSet->uuid, 1), AppearanceType::lightAndDark));
+                                                 AliasSetType::setItem(blueSet->uuid, 1),
+                                                 AppearanceType::lightAndDark));
     auto action = builder.alias("Action", colorAlias(AliasSetType::item(primary->uuid)));
     OchreColorAlias focusPayload = colorAlias(AliasSetType::setItem(blueSet->uuid, 4));
     focusPayload.appearanceType = AppearanceType::highContrastAuto;
