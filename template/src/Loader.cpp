@@ -38,7 +38,7 @@ bool isInside(const std::filesystem::path& base, const std::filesystem::path& pa
 
 }  // namespace
 
-FileSystemLoader::FileSystemLoader(std::vector<std::filesystem::path> paths) : paths(std::move(paths)) {}
+FileSystemLoader::FileSystemLoader(std::vector<std::filesystem::path> directories) : paths(std::move(directories)) {}
 
 std::shared_ptr<const Template> FileSystemLoader::loadTemplate(std::string_view name,
                                                                const Environment& environment) const {
@@ -71,8 +71,8 @@ std::string FileSystemLoader::description() const {
     return text + "])";
 }
 
-DictionaryLoader::DictionaryLoader(std::map<std::string, std::string, std::less<>> templates)
-    : templates(std::move(templates)) {}
+DictionaryLoader::DictionaryLoader(std::map<std::string, std::string, std::less<>> sources)
+    : templates(std::move(sources)) {}
 
 std::shared_ptr<const Template> DictionaryLoader::loadTemplate(std::string_view name,
                                                                const Environment& environment) const {

@@ -8,8 +8,8 @@
 namespace tintwork::stencil {
 
 void countRenderStep(RenderState& state) {
-    if (++state.steps > maximumRenderSteps) {
-        throw TemplateSyntaxError("Rendering stopped after " + std::to_string(maximumRenderSteps) + " steps");
+    if (++state.steps > state.stepLimit) {
+        throw TemplateSyntaxError("Rendering stopped after " + std::to_string(state.stepLimit) + " steps");
     }
 }
 
@@ -122,8 +122,8 @@ namespace {
 // The forloop value of one running loop; its counters move as the loop advances.
 class ForLoopRecord : public Record {
 public:
-    ForLoopRecord(std::size_t length, std::optional<std::string> label, std::optional<Value> parent)
-        : length(length), label(std::move(label)), parent(std::move(parent)) {}
+    ForLoopRecord(std::size_t count, std::optional<std::string> loopLabel, std::optional<Value> enclosing)
+        : length(count), label(std::move(loopLabel)), parent(std::move(enclosing)) {}
 
     std::optional<Value> field(std::string_view name) const override {
         if (name == "first") {
@@ -175,7 +175,7 @@ public:
 // Marks a loop as running for break and continue, for the duration of the loop.
 class RunningLoopGuard {
 public:
-    RunningLoopGuard(RenderState& state, const std::optional<std::string>& label) : state(state) {
+    RunningLoopGuard(RenderState& renderState, const std::optional<std::string>& label) : state(renderState) {
         state.runningLoops.push_back(label);
     }
     ~RunningLoopGuard() { state.runningLoops.pop_back(); }
@@ -284,9 +284,15 @@ void ForNode::renderInto(std::string& output, Context& context) const {
     }
     RenderState& state = context.state();
     RunningLoopGuard running(state, label);
+    // A single loop variable is written through its slot in the loop's scope.
+    Value* single = loopVariables.size() == 1 ? &context.slot(loopVariables.front()) : nullptr;
     for (std::size_t index = 0; index < list->size(); ++index) {
         forloop->index = index;
-        bind(context, (*list)[index]);
+        if (single != nullptr) {
+            *single = (*list)[index];
+        } else {
+            bind(context, (*list)[index]);
+        }
         renderNodesInto(output, nodes, context);
         if (state.termination == RenderState::Termination::none) {
             continue;
@@ -460,7 +466,7 @@ std::string FilterNode::render(Context& context) const {
 
 // Now
 
-NowNode::NowNode(Variable format, Token token) : Node(std::move(token)), format(std::move(format)) {}
+NowNode::NowNode(Variable theFormat, Token theToken) : Node(std::move(theToken)), format(std::move(theFormat)) {}
 
 std::string NowNode::render(Context& context) const {
     return formatCurrentDate(format.resolve(context).description());

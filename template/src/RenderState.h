@@ -35,10 +35,10 @@ struct RenderState {
     Map renderedBlocks;
     // Nodes rendered and loop elements visited so far, bounded so no template runs forever.
     std::uint64_t steps = 0;
+    std::uint64_t stepLimit = 0;
 };
 
 inline constexpr int maximumNestingDepth = 64;
-inline constexpr std::uint64_t maximumRenderSteps = 50'000'000;
 inline constexpr std::size_t maximumOutputSize = 256u << 20;
 
 // Counts one step of work; fails once a render has done too much.

@@ -44,7 +44,7 @@ Token expectEnd(TokenParser& parser, const std::string& name) {
 
 class LoopBodyGuard {
 public:
-    explicit LoopBodyGuard(TokenParser& parser) : parser(parser) { parser.enterLoopBody(); }
+    explicit LoopBodyGuard(TokenParser& bodyParser) : parser(bodyParser) { parser.enterLoopBody(); }
     ~LoopBodyGuard() { parser.leaveLoopBody(); }
     LoopBodyGuard(const LoopBodyGuard&) = delete;
     LoopBodyGuard& operator=(const LoopBodyGuard&) = delete;

@@ -78,11 +78,47 @@ std::vector<std::string> characters(std::string_view value) {
     return result;
 }
 
-std::string uppercased(std::string_view value) { return mapCase(value, utf8proc_toupper, false); }
+namespace {
 
-std::string lowercased(std::string_view value) { return mapCase(value, utf8proc_tolower, false); }
+bool isAscii(std::string_view value) {
+    for (char character : value) {
+        if (static_cast<unsigned char>(character) >= 0x80) {
+            return false;
+        }
+    }
+    return true;
+}
 
-std::string capitalized(std::string_view value) { return mapCase(value, utf8proc_toupper, true); }
+// ASCII text, the common case for code names, skips the Unicode tables.
+template <class Transform>
+std::string mapAscii(std::string_view value, Transform transform, bool firstOnly) {
+    std::string output(value);
+    for (std::size_t index = 0; index < output.size() && (!firstOnly || index == 0); ++index) {
+        output[index] = transform(output[index]);
+    }
+    return output;
+}
+
+char asciiUpper(char character) { return character >= 'a' && character <= 'z' ? static_cast<char>(character - 32) : character; }
+
+char asciiLower(char character) { return character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character; }
+
+}  // namespace
+
+std::string uppercased(std::string_view value) {
+    return isAscii(value) ? mapAscii(value, asciiUpper, false) : mapCase(value, utf8proc_toupper, false);
+}
+
+std::string lowercased(std::string_view value) {
+    return isAscii(value) ? mapAscii(value, asciiLower, false) : mapCase(value, utf8proc_tolower, false);
+}
+
+std::string capitalized(std::string_view value) {
+    if (!value.empty() && static_cast<unsigned char>(value.front()) < 0x80) {
+        return mapAscii(value, asciiUpper, true);
+    }
+    return mapCase(value, utf8proc_toupper, true);
+}
 
 std::size_t levenshtein(std::string_view lhs, std::string_view rhs) {
     std::vector<std::size_t> previous(rhs.size() + 1);

@@ -8,8 +8,8 @@
 
 namespace tintwork::stencil {
 
-TokenParser::TokenParser(std::vector<Token> tokens, const Environment& environment)
-    : tokens(std::make_move_iterator(tokens.begin()), std::make_move_iterator(tokens.end())), env(environment) {}
+TokenParser::TokenParser(std::vector<Token> source, const Environment& environment)
+    : tokens(std::make_move_iterator(source.begin()), std::make_move_iterator(source.end())), env(environment) {}
 
 std::vector<NodePtr> TokenParser::parse() { return parse(nullptr); }
 

@@ -238,9 +238,12 @@ Value Variable::resolve(Context& context) const {
     if (parsed->components.empty()) {
         return Value();
     }
+    // The first part is read in place from the context; later parts look up keys on
+    // the value found so far.
     Value current;
-    bool first = true;
-    for (const auto& component : parsed->components) {
+    const Value* found = nullptr;
+    for (std::size_t index = 0; index < parsed->components.size(); ++index) {
+        const auto& component = parsed->components[index];
         std::string subscriptKey;
         std::string_view key = component.key;
         if (component.subscript) {
@@ -252,20 +255,24 @@ Value Variable::resolve(Context& context) const {
             subscriptKey = subscript.description();
             key = subscriptKey;
         }
-        if (first) {
-            current = context[key];
-            first = false;
+        if (index == 0) {
+            found = context.find(key);
+            if (found == nullptr) {
+                current = context[key];
+                found = &current;
+            }
         } else {
-            current = lookupKey(current, key);
+            current = lookupKey(*found, key);
+            found = &current;
         }
-        if (current.isNull()) {
-            return current;
+        if (found->isNull()) {
+            return Value();
         }
     }
-    return current;
+    return found != nullptr ? *found : Value();
 }
 
-RangeVariable::RangeVariable(ResolvablePtr from, ResolvablePtr to) : from(std::move(from)), to(std::move(to)) {}
+RangeVariable::RangeVariable(ResolvablePtr lower, ResolvablePtr upper) : from(std::move(lower)), to(std::move(upper)) {}
 
 namespace {
 

@@ -30,8 +30,13 @@ public:
     std::optional<Value> lookup(std::string_view key) const;
     // The value of a key, or null.
     Value operator[](std::string_view key) const;
+    // The stored value of a key without copying it, or nullptr.
+    const Value* find(std::string_view key) const;
     // Sets a key in the innermost scope.
     void set(std::string key, Value value);
+    // The innermost scope's entry for a key, created null if absent; stays valid until
+    // that scope is popped.
+    Value& slot(const std::string& key);
     // Opens and closes a scope.
     void push(Map dictionary = {});
     Map pop();

@@ -2,6 +2,7 @@
 // The facade of the template engine: settings, extensions and loader; templates are
 // parsed once and rendered many times.
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -69,6 +70,9 @@ public:
     const std::vector<std::shared_ptr<const Extension>> extensions;
     const TrimBehaviour trimBehaviour;
     const std::shared_ptr<const Loader> loader;
+    // Bounds one render's work (nodes rendered plus loop elements visited), so that
+    // no template runs forever; exceeding it is a render error.
+    std::uint64_t renderStepLimit = 50'000'000;
 
 private:
     mutable std::mutex cacheMutex;

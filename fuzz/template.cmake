@@ -1,0 +1,1 @@
+tintwork_add_fuzzer(template DEPENDS tintwork_template SEEDS ${PROJECT_SOURCE_DIR}/fuzz/seeds/template)
