@@ -31,13 +31,24 @@ std::string folderName(const std::filesystem::path& path) {
     return lastComponent(folder);
 }
 
-[[noreturn]] void throwSaveError(const std::filesystem::path& path, int error) {
-    std::string message = "The file \u201c" + lastComponent(path) +
-                          "\u201d couldn\u2019t be saved in the folder \u201c" + folderName(path) + "\u201d.";
-    if (error != 0) {
-        message += " (" + std::string(std::strerror(error)) + ")";
+std::string quoted(const std::string& text) {
+    return "\u201c" + text + "\u201d";
+}
+
+[[noreturn]] void throwOpenError(const std::filesystem::path& path, int error) {
+    const std::string file = "The file " + quoted(lastComponent(path)) + " couldn\u2019t be opened";
+    if (error == ENOENT) {
+        throw FileError(file + " because there is no such file.");
     }
-    throw FileError(message);
+    if (error == EACCES || error == EPERM) {
+        throw FileError(file + " because you don\u2019t have permission to view it.");
+    }
+    throw FileError(file + ". (" + std::strerror(error != 0 ? error : EIO) + ")");
+}
+
+[[noreturn]] void throwSaveError(const std::filesystem::path& path) {
+    throw FileError("The file " + quoted(lastComponent(path)) + " couldn\u2019t be saved in the folder " +
+                    quoted(folderName(path)) + ".");
 }
 
 }  // namespace
@@ -48,21 +59,14 @@ std::string readFileBytes(const std::filesystem::path& path) {
     std::error_code code;
     if (!stream) {
         const int error = errno;
-        if (error == ENOENT || !std::filesystem::exists(path, code)) {
-            throw FileError("The file \u201c" + lastComponent(path) +
-                            "\u201d couldn\u2019t be opened because there is no such file.");
-        }
-        throw FileError("The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be opened. (" +
-                        std::strerror(error != 0 ? error : EIO) + ")");
+        throwOpenError(path, error == 0 && !std::filesystem::exists(path, code) ? ENOENT : error);
     }
     if (std::filesystem::is_directory(path, code)) {
-        throw FileError("The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be opened. (" +
-                        std::strerror(EISDIR) + ")");
+        throwOpenError(path, EISDIR);
     }
     std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     if (stream.bad()) {
-        throw FileError("The file \u201c" + lastComponent(path) + "\u201d couldn\u2019t be opened. (" +
-                        std::strerror(EIO) + ")");
+        throwOpenError(path, EIO);
     }
     return bytes;
 }
@@ -71,12 +75,12 @@ void writeFileBytes(const std::filesystem::path& path, std::string_view bytes) {
     errno = 0;
     std::ofstream stream(path, std::ios::binary | std::ios::trunc);
     if (!stream) {
-        throwSaveError(path, errno);
+        throwSaveError(path);
     }
     stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     stream.close();
     if (!stream) {
-        throwSaveError(path, errno);
+        throwSaveError(path);
     }
 }
 
@@ -88,25 +92,21 @@ void writeFileAtomically(const std::filesystem::path& path, std::string_view byt
         writeFileBytes(temporary, bytes);
     } catch (const FileError&) {
         removeItemIgnoringErrors(temporary);
-        throwSaveError(path, errno);
+        throwSaveError(path);
     }
     std::error_code code;
     std::filesystem::rename(temporary, path, code);
     if (code) {
         removeItemIgnoringErrors(temporary);
-        throwSaveError(path, code.value());
+        throwSaveError(path);
     }
 }
 
 void createDirectories(const std::filesystem::path& path) {
     std::error_code code;
     std::filesystem::create_directories(path, code);
-    if (code || !std::filesystem::is_directory(path)) {
-        std::string message = "The file \u201c" + lastComponent(path) +
-                              "\u201d couldn\u2019t be saved in the folder \u201c" + folderName(path) + "\u201d.";
-        const int error = code ? code.value() : EEXIST;
-        message += " (" + std::string(std::strerror(error)) + ")";
-        throw FileError(message);
+    if (code || !std::filesystem::is_directory(path, code)) {
+        throwSaveError(path);
     }
 }
 
