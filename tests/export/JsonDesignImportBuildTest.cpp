@@ -10,8 +10,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "export/Builder.h"
-#include "import/ColorImporter.h"
 
 namespace tintwork {
 namespace {
@@ -61,71 +59,6 @@ const char* const sampleTokens = R"({
   }
 })";
 
-std::shared_ptr<OchreColorProject> projectWithGroups(int groups) {
-    auto project = std::make_shared<OchreColorProject>();
-    for (int i = 0; i < groups; ++i) {
-        auto group = std::make_shared<BuildGroup>();
-        group->uuid = "GROUP-" + std::to_string(i);
-        BuildTask task;
-        task.exportFileName = "tokens" + std::to_string(i);
-        task.exportFileType = BuildFileType::jsonDesignToken;
-        group->tasks.push_back(task);
-        project->buildGroups.push_back(group);
-    }
-    project->items.push_back(std::make_shared<OchreColorProjectItem>("Old", "OLD", OchreColorItem{}));
-    return project;
-}
-
-Builder makeBuilder(std::shared_ptr<OchreColorProject> project, const std::filesystem::path& folder) {
-    std::vector<std::string> groups;
-    for (const BuildGroupPtr& group : project->buildGroups) {
-        groups.push_back(group->uuid);
-    }
-    return Builder(std::move(project), folder / "Settings.tintwork", "", groups, true, folder.string());
-}
-
-TEST(BuilderImport, ReplacesTheItemsAndAttachesThemToTheFirstBuildGroup) {
-    std::filesystem::path folder = freshFolder("replace");
-    Builder builder = makeBuilder(projectWithGroups(2), folder);
-    builder.importColors(writeFile(folder / "colors.json", sampleTokens), false);
-
-    ASSERT_EQ(builder.project->items.size(), 1u);
-    const OchreColorProjectItem& root = *builder.project->items[0];
-    EXPECT_EQ(root.name, "Design Tokens JSON Import - colors.json");
-    ASSERT_EQ(root.group->items.size(), 2u);
-    for (const ProjectItemPtr& child : root.group->items) {
-        EXPECT_EQ(child->buildGroup, builder.project->buildGroups[0]) << child->name;
-    }
-    EXPECT_EQ(root.group->items[0]->group->items[0]->buildGroup, nullptr);
-
-    builder.buildAll();
-    EXPECT_TRUE(std::filesystem::exists(folder / "tokens0.json"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "tokens1.json"));
-
-    // A failed import leaves the project as it was.
-    EXPECT_THROW(builder.importColors(writeFile(folder / "bad.json", "{\"a\": [}"), false), DocumentColorParsingError);
-    EXPECT_EQ(builder.project->items[0]->name, "Design Tokens JSON Import - colors.json");
-}
-
-TEST(BuilderImport, AutomaticHighContrastReachesEveryImportedItem) {
-    std::filesystem::path folder = freshFolder("autohc");
-    Builder builder = makeBuilder(projectWithGroups(1), folder);
-    builder.importColors(writeFile(folder / "colors.json", sampleTokens), true);
-    const OchreColorProjectItem& brand = *builder.project->items[0]->group->items[0];
-    const OchreColorProjectItem& primary = *brand.group->items[0];
-    EXPECT_EQ(primary.color->appearanceType, AppearanceType::lightDarkHighContrastAuto);
-    EXPECT_TRUE(primary.color->color.lightVariantHighContrast);
-    EXPECT_TRUE(primary.color->color.darkVariantHighContrast);
-    const OchreColorProjectItem& ramp = *brand.group->items[1];
-    EXPECT_EQ(ramp.colorSet->appearanceType, AppearanceType::highContrastAuto);
-    EXPECT_TRUE(ramp.colorSet->colors[0].lightVariantHighContrast);
-
-    builder.buildAll();
-    Json output = Json::parse(readFile(folder / "tokens0.json"));
-    EXPECT_TRUE(output.contains("High Contrast"));
-    EXPECT_TRUE(output.contains("Dark High Contrast"));
-}
-
 // The executable's import-and-build flow, end to end.
 struct RunResult {
     int status = -1;
@@ -148,21 +81,13 @@ RunResult run(const std::string& arguments) {
     return result;
 }
 
-std::string settingsDocument(const std::string& tasks) {
-    return R"(<?xml version="1.0" encoding="utf-8"?>
-<tintwork>
-  <project>
-    <header><version>1.6</version><description/></header>
-    <buildGroups>
-      <buildGroup>
-        <id>7C1B5E02-4F6A-4C29-9B8D-2B1E8A6F0C11</id>
-        <name>Web</name>
-        <tasks>)" + tasks + R"(</tasks>
-      </buildGroup>
-    </buildGroups>
-  </project>
-</tintwork>
-)";
+std::string buildGroup(const std::string& id, const std::string& tasks) {
+    return "<buildGroup><id>" + id + "</id><name>" + id + "</name><tasks>" + tasks + "</tasks></buildGroup>";
+}
+
+std::string settingsDocument(const std::string& groups) {
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<tintwork><project><header><version>1.6</version></header>"
+           "<buildGroups>" + groups + "</buildGroups></project></tintwork>\n";
 }
 
 std::string task(const std::string& fileName, int fileType) {
@@ -177,7 +102,10 @@ protected:
             GTEST_SKIP() << "TintWorkCLI is not built";
         }
         folder = freshFolder(::testing::UnitTest::GetInstance()->current_test_info()->name());
-        settings = writeFile(folder / "Settings.tintwork", settingsDocument(task("colors", 1) + task("tokens", 10)));
+        // Imported colours all go to the first group, so the second one has nothing to build.
+        settings = writeFile(folder / "Settings.tintwork",
+                             settingsDocument(buildGroup("WEB", task("colors", 1) + task("tokens", 10)) +
+                                              buildGroup("OTHER", task("other", 1))));
         output = folder / "out";
     }
 
@@ -196,8 +124,23 @@ TEST_F(ImportAndBuildCommand, BuildsTheImportedColours) {
     EXPECT_EQ(result.status, 0);
     std::string css = readFile(output / "colors.css");
     EXPECT_NE(css.find("primary"), std::string::npos) << css;
+    EXPECT_FALSE(std::filesystem::exists(output / "other.css"));
+    // Exporting what was imported gives the tokens back.
+    Json input = Json::parse(sampleTokens);
     Json tokens = Json::parse(readFile(output / "tokens.json"));
-    EXPECT_EQ(tokens["Light"], Json::parse(sampleTokens)["Light"]);
+    EXPECT_EQ(tokens["Light"], input["Light"]);
+    EXPECT_EQ(tokens["Dark"]["brand"]["primary"], input["Dark"]["brand"]["primary"]);
+    EXPECT_FALSE(tokens.contains("High Contrast"));
+}
+
+TEST_F(ImportAndBuildCommand, GeneratesHighContrastVariantsOnRequest) {
+    RunResult result = run(arguments(writeFile(folder / "colors.json", sampleTokens), " -autohc True"));
+    EXPECT_EQ(result.status, 0) << result.output;
+    Json tokens = Json::parse(readFile(output / "tokens.json"));
+    // Members of imported groups and sets get them too; the dark one only where there is a dark variant.
+    EXPECT_TRUE(tokens["High Contrast"]["brand"]["ramp"].contains("300"));
+    EXPECT_TRUE(tokens["Dark High Contrast"]["brand"].contains("primary"));
+    EXPECT_FALSE(tokens["Dark High Contrast"]["brand"]["ramp"].contains("300"));
 }
 
 TEST_F(ImportAndBuildCommand, ReportsBadInputAndWritesNothing) {
@@ -212,8 +155,7 @@ TEST_F(ImportAndBuildCommand, ReportsBadInputAndWritesNothing) {
 }
 
 TEST_F(ImportAndBuildCommand, SucceedsWithASettingsDocumentWithoutBuildGroups) {
-    settings = writeFile(folder / "Empty.tintwork",
-                         "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<tintwork><project/></tintwork>\n");
+    settings = writeFile(folder / "Empty.tintwork", settingsDocument(""));
     RunResult result = run(arguments(writeFile(folder / "colors.json", sampleTokens), " -autohc TRUE"));
     EXPECT_EQ(result.output, "Build Completed Successfully\n");
     EXPECT_EQ(result.status, 0);

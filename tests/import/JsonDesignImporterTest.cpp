@@ -3,16 +3,45 @@
 #include <filesystem>
 #include <fstream>
 
-#include "ImportTestSupport.h"
 #include "import/ColorImporter.h"
+#include "import/JsonDesignImporter.h"
 #include "model/FileIO.h"
 
 namespace tintwork {
 namespace {
 
-using testing::childNamed;
-using testing::childNames;
-using testing::importJson;
+ProjectItemPtr newGroupItem() {
+    return std::make_shared<OchreColorProjectItem>("Root", "ROOT", OchreColorGroup{});
+}
+
+// Imports `text` into a fresh group; debug lines go to `log` when given.
+ProjectItemPtr importJson(std::string_view text, std::vector<std::string>* log = nullptr) {
+    ProjectItemPtr root = newGroupItem();
+    JsonDesignImporter importer;
+    if (log) {
+        importer.logger = [log](std::string_view line) { log->emplace_back(line); };
+    }
+    importer.importText(text, *root);
+    return root;
+}
+
+std::vector<std::string> childNames(const OchreColorProjectItem& item) {
+    std::vector<std::string> names;
+    for (const ProjectItemPtr& child : item.group->items) {
+        names.push_back(child->name);
+    }
+    return names;
+}
+
+// The first child named `name`; throws (failing the test) when there is none.
+ProjectItemPtr childNamed(const OchreColorProjectItem& item, std::string_view name) {
+    for (const ProjectItemPtr& child : item.group->items) {
+        if (child->name == name) {
+            return child;
+        }
+    }
+    throw std::runtime_error("no child named " + std::string(name) + " in " + item.name);
+}
 
 std::string colorToken(const std::string& hex) {
     return R"({"$type": "color", "$value": {"$hex": ")" + hex + R"("}})";
@@ -236,7 +265,7 @@ TEST(JsonDesignImporter, InvalidJsonAndUnreadableFilesFail) {
             << error.what();
     }
     EXPECT_THROW(importJson(R"({"n": {"$type": "number", "$value": 1e999}})"), DocumentColorParsingError);
-    ProjectItemPtr root = testing::newGroupItem("Root");
+    ProjectItemPtr root = newGroupItem();
     EXPECT_THROW(JsonDesignImporter().importColors("/nonexistent/colors.json", *root), FileError);
     EXPECT_TRUE(root->group->items.empty());
 }
@@ -261,7 +290,7 @@ TEST(JsonDesignImporter, ImportsTheRealWorldSamplesWithoutFailing) {
     int files = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(corpus)) {
         if (entry.is_regular_file() && entry.path().extension() == ".json") {
-            ProjectItemPtr root = testing::newGroupItem("Root");
+            ProjectItemPtr root = newGroupItem();
             EXPECT_NO_THROW(JsonDesignImporter().importColors(entry.path(), *root)) << entry.path();
             ++files;
         }
