@@ -79,7 +79,8 @@ std::string SimpleErrorReporter::renderError(const std::exception& error) const 
     }
     std::string text = describeToken(*syntaxError->token, syntaxError->reason);
     for (const Token& step : syntaxError->stackTrace) {
-        text += "\n" + describeToken(step, syntaxError->reason);
+        text += '\n';
+        text += describeToken(step, syntaxError->reason);
     }
     return text;
 }

@@ -345,16 +345,21 @@ std::vector<IfToken> makeTokens(const std::vector<std::string>& words, std::size
 }  // namespace
 
 std::vector<std::string> joinFilterWords(const std::vector<std::string>& components) {
+    // Blanks may stand around "|", after the ":" of filter arguments and around their
+    // commas: "a | join: \", \"" is the one expression a|join:", ".
+    auto joinsForward = [](const std::string& word) {
+        return !word.empty() && (word.back() == '|' || word.back() == ':' || word.back() == ',');
+    };
+    auto joinsBackward = [](const std::string& word) {
+        return !word.empty() && (word.front() == '|' || word.front() == ',');
+    };
     std::vector<std::string> words;
-    bool joinNext = false;
     for (const std::string& component : components) {
-        bool startsWithBar = !component.empty() && component.front() == '|';
-        if (!words.empty() && (joinNext || startsWithBar)) {
+        if (!words.empty() && (joinsForward(words.back()) || joinsBackward(component))) {
             words.back() += component;
         } else {
             words.push_back(component);
         }
-        joinNext = !component.empty() && component.back() == '|';
     }
     return words;
 }

@@ -152,7 +152,7 @@ Value filterFilter(const Value& value, const std::vector<Value>& arguments, Cont
     std::string name = stringify(arguments.front());
     const Filter* filter = context.environment().findFilter(name);
     if (filter == nullptr) {
-        throw TemplateSyntaxError("Unknown filter '" + name + "'");
+        throw TemplateSyntaxError(text::unknownFilterMessage(name, context.environment().filterNames()));
     }
     return filter->invoke(value, {}, context);
 }

@@ -137,4 +137,25 @@ std::size_t levenshtein(std::string_view lhs, std::string_view rhs) {
     return previous[rhs.size()];
 }
 
+std::string unknownFilterMessage(std::string_view name, const std::vector<std::string>& names) {
+    std::vector<std::pair<std::size_t, std::string>> scored;
+    std::size_t best = std::string::npos;
+    for (const std::string& candidate : names) {
+        std::size_t distance = levenshtein(name, candidate);
+        scored.emplace_back(distance, candidate);
+        best = std::min(best, distance);
+    }
+    // The nearest names by edit distance, in registration order.
+    std::size_t limit = best;
+    std::string result = "Unknown filter '" + std::string(name) + "'. Found similar filters: ";
+    bool first = true;
+    for (const auto& [distance, candidate] : scored) {
+        if (distance <= limit) {
+            result += (first ? "'" : ", '") + candidate + "'";
+            first = false;
+        }
+    }
+    return result;
+}
+
 }  // namespace tintwork::stencil::text

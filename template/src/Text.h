@@ -35,4 +35,7 @@ std::string capitalized(std::string_view value);
 // Edit distance between two names.
 std::size_t levenshtein(std::string_view lhs, std::string_view rhs);
 
+// "Unknown filter 'x'. Found similar filters: 'y', 'z'" for a name among the known ones.
+std::string unknownFilterMessage(std::string_view name, const std::vector<std::string>& knownNames);
+
 }  // namespace tintwork::stencil::text

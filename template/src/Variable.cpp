@@ -317,25 +317,6 @@ struct FilterExpression::FilterCall {
 
 namespace {
 
-std::string similarFilters(std::string_view name, const std::vector<std::string>& names) {
-    std::vector<std::pair<std::size_t, std::string>> scored;
-    std::size_t best = std::string::npos;
-    for (const std::string& candidate : names) {
-        std::size_t distance = text::levenshtein(name, candidate);
-        scored.emplace_back(distance, candidate);
-        best = std::min(best, distance);
-    }
-    // Names within three edits; failing that, the nearest ones.
-    std::size_t limit = std::max<std::size_t>(best, 3);
-    std::string result;
-    for (const auto& [distance, candidate] : scored) {
-        if (distance <= limit) {
-            result += (result.empty() ? "'" : ", '") + candidate + "'";
-        }
-    }
-    return result;
-}
-
 }  // namespace
 
 FilterExpression::FilterExpression(std::string_view expression, const Environment& environment) {
@@ -357,8 +338,7 @@ FilterExpression::FilterExpression(std::string_view expression, const Environmen
         }
         const Filter* filter = environment.findFilter(call->name);
         if (filter == nullptr) {
-            throw TemplateSyntaxError("Unknown filter '" + call->name +
-                                      "'. Found similar filters: " + similarFilters(call->name, environment.filterNames()));
+            throw TemplateSyntaxError(text::unknownFilterMessage(call->name, environment.filterNames()));
         }
         call->filter = *filter;
         filters.push_back(std::move(call));

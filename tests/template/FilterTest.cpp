@@ -28,6 +28,7 @@ TEST(Filters, CaseFiltersChangeTextsAndListsOfTexts) {
 TEST(Filters, JoinAndSplit) {
     Map context{{"xs", List{"a", 1, 2.5}}, {"csv", "a,b,,c"}, {"text", "one two"}};
     EXPECT_EQ(render("{{ xs|join }} {{ xs|join:\", \" }} {{ xs|join:' | ' }}", context), "a12.5 a, 1, 2.5 a | 1 | 2.5");
+    EXPECT_EQ(render("{{ xs | join: \", \" }} {{ missing | default: \"x\" , \"y\" }}", context), "a, 1, 2.5 x");
     EXPECT_EQ(render("{{ text|split }} {{ csv|split:\",\" }} {{ csv|split:\",\"|join:\"-\" }}", context),
               "[\"one\", \"two\"] [\"a\", \"b\", \"\", \"c\"] a-b--c");
     EXPECT_EQ(render("{{ text|join:\",\" }} {{ xs|split }}", context), "one two [\"a\", 1, 2.5]");
@@ -51,6 +52,8 @@ TEST(Filters, FilterAppliesTheNamedFilter) {
     EXPECT_EQ(render("{{ name|filter:\"capitalize\" }} {{ name|filter:which }}", context), "Ann ANN");
     EXPECT_EQ(errorOf("{{ name|filter }}", context), "'filter' filter takes one argument");
     EXPECT_EQ(errorOf("{{ name|filter:\"a\",\"b\" }}", context), "'filter' filter takes one argument");
+    EXPECT_EQ(errorOf("{{ name|filter:\"upercase\" }}", context),
+              "Unknown filter 'upercase'. Found similar filters: 'uppercase'");
 }
 
 TEST(Filters, UnknownFiltersSuggestNearNames) {
