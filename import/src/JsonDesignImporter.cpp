@@ -325,8 +325,10 @@ void collapseSet(const ProjectItemPtr& item, OchreColorProjectItem& parent, std:
         return;
     }
     auto& siblings = parent.group->items;
-    auto place = (index < siblings.size() && siblings[index] == item) ? siblings.begin() + static_cast<long>(index)
-                                                                      : std::find(siblings.begin(), siblings.end(), item);
+    auto place = std::find(siblings.begin(), siblings.end(), item);
+    if (index < siblings.size() && siblings[index] == item) {
+        place = siblings.begin() + static_cast<std::ptrdiff_t>(index);
+    }
     if (place != siblings.end()) {
         *place = std::make_shared<OchreColorProjectItem>(item->name, newUUID(), Kind::makeSet(members));
     }
@@ -490,7 +492,8 @@ void JsonDesignImporter::pruneEmptyGroups(OchreColorProjectItem& item) {
     for (const ProjectItemPtr& child : children) {
         pruneEmptyGroups(*child);
     }
-    std::erase_if(children, [](const ProjectItemPtr& child) { return isGroupItem(*child) && child->group->items.empty(); });
+    std::erase_if(children,
+                  [](const ProjectItemPtr& child) { return isGroupItem(*child) && child->group->items.empty(); });
 }
 
 void JsonDesignImporter::mergeVariants(OchreColorGroup& target, OchreColorGroup& source, ColorSource variant,

@@ -44,7 +44,8 @@ std::pair<Json, Json> exportImportExport(const std::vector<ProjectItemPtr>& item
     if (imported) {
         *imported = root;
     }
-    return {Json::parse(readFileBytes(folder / "tokens.json")), Json::parse(readFileBytes(folder / "again/tokens.json"))};
+    return {Json::parse(readFileBytes(folder / "tokens.json")),
+            Json::parse(readFileBytes(folder / "again" / "tokens.json"))};
 }
 
 TEST(JsonDesignRoundTrip, ADocumentOfEveryKindComesBack) {
@@ -96,7 +97,8 @@ TEST(JsonDesignRoundTrip, ADocumentOfEveryKindComesBack) {
 
 // The bundled example, with its aliases, sets and appearances.
 TEST(JsonDesignRoundTrip, TheExampleDocumentComesBack) {
-    auto project = OchreColorFileReader().read(readFileBytes(std::string(TINTWORK_SOURCE_DIR) + "/examples/Colors.tintwork"));
+    const std::string example = std::string(TINTWORK_SOURCE_DIR) + "/examples/Colors.tintwork";
+    auto project = OchreColorFileReader().read(readFileBytes(example));
     ASSERT_FALSE(project->buildGroups.empty());
     // The reader leaves a shadow's other appearances in their own groups rather than merging
     // them, so only the shadows' light values can come back.

@@ -89,7 +89,8 @@ TEST(ImportedColor, AddsColoursAndDisplayP3Sets) {
 
 TEST(SetBuilder, ChoosesOneSpaceForAllMembers) {
     const ColorValue p3Red(ColorEncoding::displayP3, 1, 0, 0, 1);
-    OchreColorSet srgb = makeColorSet({themeable("1", ColorValue::sRGB(1, 0, 0)), themeable("2", ColorValue::sRGB(0, 1, 0))});
+    OchreColorSet srgb =
+        makeColorSet({themeable("1", ColorValue::sRGB(1, 0, 0)), themeable("2", ColorValue::sRGB(0, 1, 0))});
     EXPECT_EQ(srgb.colorSpace, ColorSpace::sRGB);
     EXPECT_EQ(srgb.colors[0].uuid, "1-uuid");
     EXPECT_EQ(srgb.type, SetType::manual);

@@ -110,11 +110,13 @@ TEST(JsonDesignImporter, DropsTokensItCannotUse) {
     })", &log);
     EXPECT_EQ(childNames(*root), (std::vector<std::string>{"bareNumberValue"}));
     EXPECT_TRUE(childNamed(*root, "bareNumberValue")->group->items.empty());
-    EXPECT_EQ(log, (std::vector<std::string>{"Invalid color value in JSON file, no colorspace or hex value specified"}));
+    EXPECT_EQ(log,
+              (std::vector<std::string>{"Invalid color value in JSON file, no colorspace or hex value specified"}));
 }
 
 TEST(JsonDesignImporter, KeysStartingWithDollarInGroupsBecomeGroups) {
-    ProjectItemPtr root = importJson(R"({"brand": {"$type": "color", "$extensions": {"x": {}}, "red": {"$value": "r"}}})");
+    ProjectItemPtr root =
+        importJson(R"({"brand": {"$type": "color", "$extensions": {"x": {}}, "red": {"$value": "r"}}})");
     ProjectItemPtr brand = childNamed(*root, "brand");
     EXPECT_EQ(childNames(*brand), (std::vector<std::string>{"$extensions", "red"}));
     EXPECT_EQ(childNames(*childNamed(*brand, "$extensions")), (std::vector<std::string>{"x"}));
