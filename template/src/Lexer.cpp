@@ -158,40 +158,77 @@ WhitespaceBehaviour::Behaviour markerBehaviour(char character) {
     return WhitespaceBehaviour::Behaviour::unspecified;
 }
 
+// Walks a template's text: `content` is what is left to scan and `range` the place of
+// the current token in `originalContent`.
+class Scanner {
+public:
+    explicit Scanner(std::string_view text) : originalContent(text), content(text) {}
+
+    bool isEmpty() const { return content.empty(); }
+    std::size_t position() const { return originalContent.size() - content.size(); }
+
+    // Finds the next opening delimiter whose closer also follows. Returns its kind
+    // ('{', '%' or '#') and sets `range` to the whole tag, or returns 0 when no tag
+    // remains.
+    char scanToNextTag() {
+        std::size_t from = 0;
+        while (true) {
+            std::size_t open = content.find('{', from);
+            if (open == std::string_view::npos || open + 1 >= content.size()) {
+                return 0;
+            }
+            char next = content[open + 1];
+            if (next == '{' || next == '%' || next == '#') {
+                const char* closer = next == '{' ? "}}" : next == '%' ? "%}" : "#}";
+                std::size_t close = content.find(closer, open + 2);
+                if (close == std::string_view::npos) {
+                    return 0;
+                }
+                range = {position() + open, position() + close + 2};
+                return next;
+            }
+            from = open + 1;
+        }
+    }
+
+    // Takes the text up to `end`, an offset in the original text.
+    std::string_view takeUntil(std::size_t end) {
+        std::string_view taken = content.substr(0, end - position());
+        content.remove_prefix(taken.size());
+        return taken;
+    }
+
+    std::string_view takeRest() {
+        std::string_view rest = content;
+        content = {};
+        return rest;
+    }
+
+    const std::string_view originalContent;
+    std::string_view content;
+    std::pair<std::size_t, std::size_t> range{0, 0};
+};
+
 }  // namespace
 
 std::vector<Token> Lexer::tokenize() const {
     std::vector<Token> tokens;
     LineTracker lines(templateString, templateName);
-    const std::string& text = templateString;
-    std::size_t position = 0;
-    while (position < text.size()) {
-        std::size_t open = position;
-        char kindCharacter = 0;
-        while (true) {
-            open = text.find('{', open);
-            if (open == std::string::npos || open + 1 >= text.size()) {
-                open = std::string::npos;
-                break;
-            }
-            char next = text[open + 1];
-            if (next == '{' || next == '%' || next == '#') {
-                kindCharacter = next;
-                break;
-            }
-            ++open;
-        }
-        const char* closer = kindCharacter == '{' ? "}}" : kindCharacter == '%' ? "%}" : "#}";
-        std::size_t close = open == std::string::npos ? std::string::npos : text.find(closer, open + 2);
-        if (close == std::string::npos) {
+    Scanner scanner(templateString);
+    while (!scanner.isEmpty()) {
+        std::size_t start = scanner.position();
+        char kindCharacter = scanner.scanToNextTag();
+        if (kindCharacter == 0) {
             // No further tag: the rest, an unclosed delimiter included, is text.
-            tokens.emplace_back(text.substr(position), Token::Kind::text, lines.at(position));
+            tokens.emplace_back(std::string(scanner.takeRest()), Token::Kind::text, lines.at(start));
             break;
         }
-        if (open > position) {
-            tokens.emplace_back(text.substr(position, open - position), Token::Kind::text, lines.at(position));
+        auto [open, close] = scanner.range;
+        if (open > start) {
+            tokens.emplace_back(std::string(scanner.takeUntil(open)), Token::Kind::text, lines.at(start));
         }
-        std::string_view inner(text.data() + open + 2, close - open - 2);
+        std::string_view tag = scanner.takeUntil(close);
+        std::string_view inner = tag.substr(2, tag.size() - 4);
         WhitespaceBehaviour whitespace;
         if (!inner.empty()) {
             whitespace.leading = markerBehaviour(inner.front());
@@ -209,7 +246,6 @@ std::vector<Token> Lexer::tokenize() const {
                            : kindCharacter == '%' ? Token::Kind::block
                                                   : Token::Kind::comment;
         tokens.emplace_back(trimSpaces(inner), kind, lines.at(open), whitespace);
-        position = close + 2;
     }
     return tokens;
 }

@@ -395,12 +395,17 @@ BlockNode::BlockNode(std::string theName, std::vector<NodePtr> theNodes, Token t
 
 namespace {
 
-// Renders one link of a block's chain of overrides; block.super is the next link.
+// Renders one link of a block's chain of overrides; block.super renders the next
+// link when first used.
 std::string renderBlockChain(const std::vector<const BlockNode*>& chain, std::size_t index, Context& context) {
-    std::string super = index + 1 < chain.size() ? renderBlockChain(chain, index + 1, context) : std::string();
+    Value super = Value("");
+    if (index + 1 < chain.size()) {
+        super = Value(std::make_shared<const LazyValueWrapper>(
+            [chain, index](Context& renderContext) { return Value(renderBlockChain(chain, index + 1, renderContext)); }));
+    }
     RenderState& state = context.state();
     Map block = state.renderedBlocks;
-    block["super"] = Value(std::move(super));
+    block["super"] = std::move(super);
     ScopeGuard scope(context, Map{{"block", Value(std::move(block))}});
     return renderNodes(chain[index]->nodes, context);
 }

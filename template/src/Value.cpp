@@ -24,6 +24,29 @@ const Record* Value::asRecord() const {
     return record != nullptr ? record->get() : nullptr;
 }
 
+const LazyValueWrapper* Value::asLazy() const {
+    const auto* lazy = std::get_if<LazyValuePtr>(&storage);
+    return lazy != nullptr ? lazy->get() : nullptr;
+}
+
+Value LazyValueWrapper::value(Context& context) const {
+    if (cachedValue) {
+        return *cachedValue;
+    }
+    if (evaluating) {
+        return Value();
+    }
+    evaluating = true;
+    try {
+        cachedValue = closure(context);
+    } catch (...) {
+        evaluating = false;
+        throw;
+    }
+    evaluating = false;
+    return *cachedValue;
+}
+
 RecordPtr Value::recordPointer() const {
     const auto* record = std::get_if<RecordPtr>(&storage);
     return record != nullptr ? *record : nullptr;
@@ -57,6 +80,8 @@ bool Value::isTruthy() const {
         return asMap() != nullptr && !asMap()->empty();
     case Kind::record:
         return asRecord() != nullptr;
+    case Kind::lazy:
+        return true;
     }
     return false;
 }
@@ -125,6 +150,8 @@ std::string Value::description() const {
     }
     case Kind::record:
         return asRecord() != nullptr ? asRecord()->description() : "";
+    case Kind::lazy:
+        return "";
     }
     return "";
 }
@@ -169,6 +196,8 @@ bool operator==(const Value& lhs, const Value& rhs) {
         return *lhs.asMap() == *rhs.asMap();
     case Value::Kind::record:
         return lhs.asRecord() == rhs.asRecord();
+    case Value::Kind::lazy:
+        return lhs.asLazy() == rhs.asLazy();
     default:
         return false;
     }

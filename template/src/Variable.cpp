@@ -11,7 +11,7 @@ namespace tintwork::stencil {
 
 // A variable's name cut into its parts once, when the variable is built. A malformed
 // name keeps its error and reports it when resolved, as the lookup would.
-struct KeyPathComponents {
+struct KeyPath {
     struct Component {
         std::string key;
         std::shared_ptr<const Variable> subscript;
@@ -74,7 +74,7 @@ std::string unexpected(std::string_view what, std::string_view name) {
 }
 
 // Cuts a.b[c.d].e into a, b, [c.d], e.
-void parseKeyPath(KeyPathComponents& parsed, const std::string& name) {
+void parseKeyPath(KeyPath& parsed, const std::string& name) {
     std::string current;
     bool afterDot = false;
     bool afterSubscript = false;
@@ -206,21 +206,21 @@ Value lookupKey(const Value& value, std::string_view key) {
 }
 
 Variable::Variable(std::string name) : variable(std::move(name)) {
-    auto parsedPath = std::make_shared<KeyPathComponents>();
+    auto parsedPath = std::make_shared<KeyPath>();
     const std::string& value = variable;
     if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front()) {
-        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literal = KeyPath::LiteralKind::value;
         parsedPath->literalValue = Value(value.substr(1, value.size() - 2));
     } else if (value == "true" || value == "false") {
-        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literal = KeyPath::LiteralKind::value;
         parsedPath->literalValue = Value(value == "true");
     } else if (value == "nil") {
-        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literal = KeyPath::LiteralKind::value;
     } else if (auto integer = parseInteger(value)) {
-        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literal = KeyPath::LiteralKind::value;
         parsedPath->literalValue = Value(*integer);
     } else if (auto decimal = parseDecimal(value)) {
-        parsedPath->literal = KeyPathComponents::LiteralKind::value;
+        parsedPath->literal = KeyPath::LiteralKind::value;
         parsedPath->literalValue = Value(*decimal);
     } else {
         parseKeyPath(*parsedPath, value);
@@ -229,7 +229,7 @@ Variable::Variable(std::string name) : variable(std::move(name)) {
 }
 
 Value Variable::resolve(Context& context) const {
-    if (parsed->literal == KeyPathComponents::LiteralKind::value) {
+    if (parsed->literal == KeyPath::LiteralKind::value) {
         return parsed->literalValue;
     }
     if (parsed->error) {
@@ -263,6 +263,10 @@ Value Variable::resolve(Context& context) const {
             }
         } else {
             current = lookupKey(*found, key);
+            found = &current;
+        }
+        if (const LazyValueWrapper* lazy = found->asLazy()) {
+            current = lazy->value(context);
             found = &current;
         }
         if (found->isNull()) {

@@ -96,6 +96,17 @@ TEST(Variable, VariableTagErrors) {
     EXPECT_EQ(errorOf("{{ |lowercase }}"), "Missing variable name");
 }
 
+TEST(Variable, LazyValuesAreComputedOnFirstUseOnly) {
+    int calls = 0;
+    auto lazy = std::make_shared<const LazyValueWrapper>([&calls](Context& context) {
+        ++calls;
+        return Value(Map{{"greeting", "hi " + context["name"].description()}});
+    });
+    Map context{{"name", "Kim"}, {"lazy", Value(lazy)}, {"unused", Value(lazy)}};
+    EXPECT_EQ(render("{{ lazy.greeting }} {{ lazy.greeting|uppercase }}", context), "hi Kim HI KIM");
+    EXPECT_EQ(calls, 1);
+}
+
 TEST(Context, InnerScopesShadowOuterOnes) {
     Context context(Map{{"a", 1}, {"b", 2}});
     context.push(Map{{"a", 10}});

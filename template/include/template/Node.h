@@ -27,6 +27,8 @@ public:
 };
 
 using NodePtr = std::shared_ptr<const Node>;
+// The name the template language gives to the node protocol.
+using NodeType = Node;
 
 // A node whose text comes from one function.
 class SimpleNode : public Node {

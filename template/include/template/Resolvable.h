@@ -23,7 +23,7 @@ public:
 
 using ResolvablePtr = std::shared_ptr<const Resolvable>;
 
-struct KeyPathComponents;
+struct KeyPath;
 
 // A literal ("text", 'text', 12, 1.5, true, false, nil) or a key path such as
 // item.colorItem.color.light or xs[i].name.
@@ -35,7 +35,7 @@ public:
     const std::string variable;
 
 private:
-    std::shared_ptr<const KeyPathComponents> parsed;
+    std::shared_ptr<const KeyPath> parsed;
 };
 
 // An inclusive range of integers between two values: 1...3, 3...1, 1...xs.count.

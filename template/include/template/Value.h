@@ -4,6 +4,7 @@
 // Value is cheap.
 
 #include <concepts>
+#include <functional>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -18,17 +19,20 @@ namespace tintwork::stencil {
 
 class Value;
 class Record;
+class Context;
+class LazyValueWrapper;
 
 using List = std::vector<Value>;
 using Map = std::map<std::string, Value, std::less<>>;
 using ListPtr = std::shared_ptr<const List>;
 using MapPtr = std::shared_ptr<const Map>;
 using RecordPtr = std::shared_ptr<const Record>;
+using LazyValuePtr = std::shared_ptr<const LazyValueWrapper>;
 
 class Value {
 public:
     // The kinds, in the order of the underlying variant.
-    enum class Kind { null, boolean, integer, number, string, list, map, record };
+    enum class Kind { null, boolean, integer, number, string, list, map, record, lazy };
 
     Value() noexcept = default;
     Value(std::nullptr_t) noexcept {}
@@ -45,6 +49,7 @@ public:
     Value(ListPtr value) : storage(std::move(value)) {}
     Value(MapPtr value) : storage(std::move(value)) {}
     Value(RecordPtr value) : storage(std::move(value)) {}
+    Value(LazyValuePtr value) : storage(std::move(value)) {}
     template <class R>
         requires std::derived_from<R, Record>
     Value(std::shared_ptr<R> record) : storage(RecordPtr(std::move(record))) {}
@@ -61,6 +66,7 @@ public:
     const List* asList() const;
     const Map* asMap() const;
     const Record* asRecord() const;
+    const LazyValueWrapper* asLazy() const;
     // The shared record, for a cast to the caller's own record type.
     RecordPtr recordPointer() const;
     // An integer or a double as a double.
@@ -78,7 +84,24 @@ public:
     friend bool operator==(const Value& lhs, const Value& rhs);
 
 private:
-    std::variant<std::monostate, bool, std::int64_t, double, std::string, ListPtr, MapPtr, RecordPtr> storage;
+    std::variant<std::monostate, bool, std::int64_t, double, std::string, ListPtr, MapPtr, RecordPtr, LazyValuePtr>
+        storage;
+};
+
+// A context value computed on first use and then kept; variables resolve it when
+// they reach it.
+class LazyValueWrapper {
+public:
+    explicit LazyValueWrapper(std::function<Value(Context&)> function) : closure(std::move(function)) {}
+    // The value, computed with the rendering context the first time. A closure that
+    // reaches its own value while computing it sees null.
+    Value value(Context& context) const;
+
+    const std::function<Value(Context&)> closure;
+
+private:
+    mutable std::optional<Value> cachedValue;
+    mutable bool evaluating = false;
 };
 
 // An object whose fields templates reach by name. Subclass it to expose a C++ struct
