@@ -32,6 +32,24 @@ TEST(IncludeTag, RendersWithTheCurrentOrANamedContext) {
               "Template named `nope` does not exist in loader DictionaryLoader([\"item\"])");
 }
 
+TEST(IncludeTag, ErrorsInIncludedTemplatesNameBothPlaces) {
+    Environment environment(dictionary({{"inner", "ok\n  {{ a..b }}"}}));
+    try {
+        environment.templateFromString("first\n{% include \"inner\" %}", std::string("outer"))->render();
+        FAIL() << "expected an error";
+    } catch (const TemplateSyntaxError& error) {
+        ASSERT_TRUE(error.token.has_value());
+        EXPECT_EQ(error.token->sourceMap.filename, "inner");
+        ASSERT_EQ(error.stackTrace.size(), 1u);
+        EXPECT_EQ(error.stackTrace[0].contents, "include \"inner\"");
+        EXPECT_EQ(SimpleErrorReporter().renderError(error),
+                  "inner:2:2: error: Unexpected '.' in variable 'a..b'\n  {{ a..b }}\n  ^~~~~~~~~~\n"
+                  "outer:2:0: error: Unexpected '.' in variable 'a..b'\n{% include \"inner\" %}\n"
+                  "^~~~~~~~~~~~~~~~~~~~~");
+    }
+    EXPECT_EQ(SimpleErrorReporter().renderError(TemplateSyntaxError("plain")), "plain");
+}
+
 TEST(IncludeTag, NeedsALoader) {
     EXPECT_EQ(errorOf("{% include \"x\" %}"), "Template named `x` does not exist. No loaders found");
     EXPECT_EQ(errorOf("{% extends \"x\" %}"), "Template named `x` does not exist. No loaders found");
@@ -101,6 +119,19 @@ TEST_F(FileSystemLoaderTest, LoadsNamesInsideItsDirectories) {
     EXPECT_EQ(environment.loadTemplate(std::vector<std::string>{"none", "sub/part.stencil"})->name, "sub/part.stencil");
 }
 
+TEST_F(FileSystemLoaderTest, SearchesItsDirectoriesInOrder) {
+    std::filesystem::create_directories(root / "second");
+    write(root / "second" / "page.stencil", "second page");
+    write(root / "second" / "only.stencil", "only in second");
+    auto loader = std::make_shared<const FileSystemLoader>(
+        std::vector<std::filesystem::path>{root / "templates", root / "second"});
+    Environment environment(loader);
+    EXPECT_EQ(environment.renderTemplateNamed("page.stencil", Map{{"name", "x"}}), "Hello x");
+    EXPECT_EQ(environment.renderTemplateNamed("only.stencil"), "only in second");
+    EXPECT_EQ(loader->description(),
+              "FileSystemLoader([\"" + (root / "templates").string() + "\", \"" + (root / "second").string() + "\"])");
+}
+
 TEST_F(FileSystemLoaderTest, RefusesNamesLeavingItsDirectories) {
     auto loader = std::make_shared<const FileSystemLoader>(std::vector<std::filesystem::path>{root / "templates"});
     Environment environment(loader);
@@ -133,6 +164,23 @@ TEST(Extension, RegistersCustomTagsAndFilters) {
                                          Map{{"name", "Bo"}}),
               "hi Bo Bo! BoBo replaced");
     EXPECT_EQ(errorOf(environment, "{{ x|doubel }}"), "Unknown filter 'doubel'. Found similar filters: 'double'");
+}
+
+TEST(Extension, CustomBlockTagsParseTheirBody) {
+    // A tag with an end tag: renders its body twice.
+    auto extension = std::make_shared<Extension>();
+    extension->registerTag("twice", [](TokenParser& parser, const Token& token) -> NodePtr {
+        std::vector<NodePtr> body = parser.parse(TokenParser::until({"endtwice"}));
+        if (!parser.nextToken()) {
+            throw TemplateSyntaxError("`endtwice` was not found.");
+        }
+        return std::make_shared<SimpleNode>(
+            [body](Context& context) { return renderNodes(body, context) + renderNodes(body, context); }, token);
+    });
+    Environment environment(nullptr, {extension});
+    EXPECT_EQ(environment.renderTemplate("{% twice %}[{{ x }}]{% endtwice %}", Map{{"x", 1}}), "[1][1]");
+    EXPECT_EQ(errorOf(environment, "{% twice %}x"), "`endtwice` was not found.");
+    EXPECT_EQ(errorOf(environment, "{% for x in xs %}{% twice %}{% break %}{% endtwice %}{% endfor %}"), "no error");
 }
 
 TEST(Environment, ParsesOnceAndRendersMany) {
