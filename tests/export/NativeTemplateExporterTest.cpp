@@ -264,23 +264,5 @@ TEST(NativeTemplates, AwkwardValuesStillGiveValidSources) {
     }
 }
 
-TEST(NativeTemplates, EmptyGroupStillGivesCompilingSources) {
-    // No items: every language still gets its declarations and a well-formed body.
-    const auto project = std::make_shared<OchreColorProject>();
-    const auto folder = freshFolder("native-empty");
-    const BuildTask glTask = task("GL", BuildFileType::gl, "Empty");
-    OpenGLExporter(project).exportTo(folder, glTask, {}, folder / "Doc.tintwork");
-    const BuildTask metalTask = task("Metal", BuildFileType::metal, "Empty");
-    MetalExporter(project).exportTo(folder, metalTask, {}, folder / "Doc.tintwork");
-    const BuildTask kotlinTask = task("Compose", BuildFileType::androidCompose, "Empty");
-    AndroidComposeExporter(project).exportTo(folder, kotlinTask, {}, folder / "Doc.tintwork");
-
-    EXPECT_EQ(compileMetalAsCpp(folder, folder / "Empty.metal").status, 0);
-    if (hasTool("glslangValidator")) {
-        EXPECT_EQ(validateGLSL(folder, "#version 330 core", readText(folder / "Empty.gl"), "empty").status, 0);
-    }
-    expectParses("kotlin", folder / "Empty.kt");
-}
-
 }  // namespace
 }  // namespace tintwork
