@@ -1,48 +1,21 @@
 #include "export/Builder.h"
 
+#include "export/AndroidComposeExporter.h"
+#include "export/AndroidResourceExporter.h"
+#include "export/AssetCatalogExporter.h"
 #include "export/CSSExporter.h"
 #include "export/CustomTemplateExporter.h"
-#include "model/FileIO.h"
-
-// Exporters of other families join the table as soon as their headers exist.
-#if __has_include("export/JsonDesignExporter.h")
 #include "export/JsonDesignExporter.h"
-#define TINTWORK_HAS_JSON_DESIGN_EXPORTER 1
-#endif
-#if __has_include("export/SwiftEnumExporter.h")
-#include "export/SwiftEnumExporter.h"
-#define TINTWORK_HAS_SWIFT_ENUM_EXPORTER 1
-#endif
-#if __has_include("export/AndroidComposeExporter.h")
-#include "export/AndroidComposeExporter.h"
-#define TINTWORK_HAS_ANDROID_COMPOSE_EXPORTER 1
-#endif
-#if __has_include("export/MetalExporter.h")
 #include "export/MetalExporter.h"
-#define TINTWORK_HAS_METAL_EXPORTER 1
-#endif
-#if __has_include("export/OpenGLExporter.h")
 #include "export/OpenGLExporter.h"
-#define TINTWORK_HAS_OPENGL_EXPORTER 1
-#endif
-#if __has_include("export/AndroidResourceExporter.h")
-#include "export/AndroidResourceExporter.h"
-#define TINTWORK_HAS_ANDROID_RESOURCE_EXPORTER 1
-#endif
-#if __has_include("export/AssetCatalogExporter.h")
-#include "export/AssetCatalogExporter.h"
-#define TINTWORK_HAS_ASSET_CATALOG_EXPORTER 1
-#endif
+#include "export/SwiftEnumExporter.h"
+#include "model/FileIO.h"
 
 #include <algorithm>
 
 namespace tintwork {
 
 namespace {
-
-[[noreturn]] void unsupported() {
-    throw BuildError("Unsupported file type");
-}
 
 // A stored export folder always counts from the document's folder, even when it
 // starts with "/".
@@ -80,61 +53,26 @@ std::unique_ptr<BuildTaskExporter> makeExporter(BuildFileType type, std::shared_
         case BuildFileType::customTemplate:
             return std::make_unique<CustomTemplateExporter>(std::move(project));
         case BuildFileType::jsonDesignToken:
-#ifdef TINTWORK_HAS_JSON_DESIGN_EXPORTER
             return std::make_unique<JsonDesignExporter>(std::move(project));
-#else
-            unsupported();
-#endif
         case BuildFileType::assetCatalog:
-#ifdef TINTWORK_HAS_ASSET_CATALOG_EXPORTER
             return std::make_unique<AssetCatalogExporter>();
-#else
-            unsupported();
-#endif
         case BuildFileType::swiftUIEnum:
-#ifdef TINTWORK_HAS_SWIFT_ENUM_EXPORTER
             return std::make_unique<SwiftEnumExporter>(std::move(project), SwiftExportType::swiftUI);
-#else
-            unsupported();
-#endif
         case BuildFileType::swiftUIKitEnum:
-#ifdef TINTWORK_HAS_SWIFT_ENUM_EXPORTER
             return std::make_unique<SwiftEnumExporter>(std::move(project), SwiftExportType::uiKit);
-#else
-            unsupported();
-#endif
         case BuildFileType::swiftAppKitEnum:
-#ifdef TINTWORK_HAS_SWIFT_ENUM_EXPORTER
             return std::make_unique<SwiftEnumExporter>(std::move(project), SwiftExportType::appKit);
-#else
-            unsupported();
-#endif
         case BuildFileType::androidResource:
-#ifdef TINTWORK_HAS_ANDROID_RESOURCE_EXPORTER
             return std::make_unique<AndroidResourceExporter>(std::move(project));
-#else
-            unsupported();
-#endif
         case BuildFileType::gl:
-#ifdef TINTWORK_HAS_OPENGL_EXPORTER
             return std::make_unique<OpenGLExporter>(std::move(project));
-#else
-            unsupported();
-#endif
         case BuildFileType::metal:
-#ifdef TINTWORK_HAS_METAL_EXPORTER
             return std::make_unique<MetalExporter>(std::move(project));
-#else
-            unsupported();
-#endif
         case BuildFileType::androidCompose:
-#ifdef TINTWORK_HAS_ANDROID_COMPOSE_EXPORTER
             return std::make_unique<AndroidComposeExporter>(std::move(project));
-#else
-            unsupported();
-#endif
     }
-    unsupported();
+    // Raw values outside the table never survive loading; a stray one still fails cleanly.
+    throw BuildError("Unsupported file type");
 }
 
 void Builder::buildAll() {
