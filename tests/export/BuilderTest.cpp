@@ -1,7 +1,5 @@
 #include "export/Builder.h"
 
-#include <sys/stat.h>
-
 #include <gtest/gtest.h>
 
 #include "ExportTestDocument.h"
@@ -119,22 +117,8 @@ TEST(Builder, FirstErrorEndsTheRunAndKeepsEarlierFiles) {
     EXPECT_FALSE(std::filesystem::exists(fixture.folder / "after2.txt"));
 }
 
-TEST(Builder, UnwritableFolderEndsTheBuild) {
-    if (::geteuid() == 0) {
-        GTEST_SKIP() << "permissions don't bind the superuser";
-    }
-    BuildFixture fixture("unwritable");
-    std::filesystem::create_directories(fixture.folder / "locked");
-    ::chmod((fixture.folder / "locked").c_str(), 0500);
-    fixture.document.web->tasks = {fixture.namesTask("ok"), fixture.namesTask("inside", "locked/sub"),
-                                   fixture.namesTask("never")};
-    EXPECT_THROW(fixture.build(), FileError);
-    ::chmod((fixture.folder / "locked").c_str(), 0700);
-    EXPECT_TRUE(std::filesystem::exists(fixture.folder / "ok.txt"));
-    EXPECT_FALSE(std::filesystem::exists(fixture.folder / "never.txt"));
-}
-
-TEST(Builder, FileInPlaceOfTheFolderEndsTheBuild) {
+// A file where the task's folder should go makes the folder unwritable, whoever runs the tests.
+TEST(Builder, UnwritableFolderEndsTheBuildAndKeepsEarlierFiles) {
     BuildFixture fixture("blocked");
     writeText(fixture.folder / "blocked", "a file where a folder should go");
     fixture.document.web->tasks = {fixture.namesTask("ok"), fixture.namesTask("inside", "blocked/sub"),
