@@ -120,7 +120,7 @@ TEST(StyleSheetConsumers, BuiltSheetsCompileAndComputeInChromium) {
         {BuildFileType::less, "tokens", "less", false, std::nullopt},
         {BuildFileType::less, "tokens-pairs", "less", true, BuildExportFormat::cssHex},
     };
-    json spec = {{"sheets", json::array()}};
+    json plan = {{"sheets", json::array()}};
     const auto folder = freshFolder("e2e");
     for (const auto& sheet : sheets) {
         auto buildTask = task(sheet.fileName, sheet.type, sheet.fileName);
@@ -131,12 +131,12 @@ TEST(StyleSheetConsumers, BuiltSheetsCompileAndComputeInChromium) {
         }
         document.web->tasks.push_back(buildTask);
         const bool withP3 = sheet.format != BuildExportFormat::cssHex && sheet.format != BuildExportFormat::cssRGBA;
-        spec["sheets"].push_back({{"file", (folder / "styles" / buildTask.exportFileNameWithExtension()).string()},
+        plan["sheets"].push_back({{"file", (folder / "styles" / buildTask.exportFileNameWithExtension()).string()},
                                   {"language", sheet.language},
                                   {"checks", expectations(withP3)}});
     }
     writeText(folder / "Acme.tintwork", OchreColorFileWriter().write(*document.project));
-    writeText(folder / "checks.json", spec.dump(2));
+    writeText(folder / "checks.json", plan.dump(2));
 
     const auto build = run(folder, "'" + executable.string() + "' -b Acme.tintwork");
     ASSERT_EQ(build.status, 0) << build.output;

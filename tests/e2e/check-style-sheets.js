@@ -80,7 +80,7 @@ function pageFor(css, checks) {
 }
 
 async function main() {
-  const spec = JSON.parse(fs.readFileSync(process.argv[2], 'utf8'));
+  const plan = JSON.parse(fs.readFileSync(process.argv[2], 'utf8'));
   if (!fs.existsSync(chromiumPath)) {
     console.log(`skipped: ${chromiumPath} is missing`);
     process.exit(SKIP);
@@ -93,7 +93,7 @@ async function main() {
   let failures = 0;
   try {
     const page = await browser.newPage();
-    for (const sheet of spec.sheets) {
+    for (const sheet of plan.sheets) {
       let css;
       try {
         css = await compile(sheet);
