@@ -117,7 +117,14 @@ class NodeReader {
 public:
     explicit NodeReader(const JsonDesignImporter& owner) : importer(owner) {}
 
-    void readNode(const std::string& name, const Json& node, OchreColorProjectItem& parent, int depth) {
+    // Reads `node` and then releases it, so that the parsed document shrinks as items grow.
+    void readNode(const std::string& name, Json& node, OchreColorProjectItem& parent, int depth) {
+        readNodeValue(name, node, parent, depth);
+        node = Json();
+    }
+
+private:
+    void readNodeValue(const std::string& name, Json& node, OchreColorProjectItem& parent, int depth) {
         if (!node.is_object() || !parent.group) {
             return;
         }
@@ -152,12 +159,11 @@ public:
         auto group = std::make_shared<OchreColorProjectItem>(name, newUUID(), OchreColorGroup{});
         parent.group->items.push_back(group);
         // Objects keep their keys in ascending order, which fixes the order of siblings.
-        for (const auto& [key, child] : node.items()) {
+        for (auto&& [key, child] : node.items()) {
             readNode(key, child, *group, depth + 1);
         }
     }
 
-private:
     void readColorToken(const std::string& name, const Json& value, OchreColorProjectItem& parent) {
         std::optional<ColorValue> color = readColor(value);
         if (!color || !isUsableColor(*color)) {
@@ -408,7 +414,7 @@ void JsonDesignImporter::importDocument(std::string_view text, const std::string
         if (document.is_object() && group.group) {
             NodeReader reader(*this);
             // Objects keep their keys in ascending order, which fixes the order of the top level.
-            for (const auto& [key, node] : document.items()) {
+            for (auto&& [key, node] : document.items()) {
                 reader.readNode(key, node, group, 0);
             }
         }
