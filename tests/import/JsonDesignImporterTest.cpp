@@ -267,6 +267,13 @@ TEST(JsonDesignImporter, InvalidJsonAndUnreadableFilesFail) {
             << error.what();
     }
     EXPECT_THROW(importJson(R"({"n": {"$type": "number", "$value": 1e999}})"), DocumentColorParsingError);
+    try {
+        importJson("\xFF\xFE{}");
+        FAIL() << "no error";
+    } catch (const DocumentColorParsingError& error) {
+        // The quoted input is made printable.
+        EXPECT_NE(std::string(error.what()).find("last read: '\xEF\xBF\xBD'"), std::string::npos) << error.what();
+    }
     ProjectItemPtr root = newGroupItem();
     EXPECT_THROW(JsonDesignImporter().importColors("/nonexistent/colors.json", *root), FileError);
     EXPECT_TRUE(root->group->items.empty());
