@@ -7,8 +7,9 @@
 
 namespace tintwork::stencil {
 
-void countRenderStep(RenderState& state) {
-    if (++state.steps > state.stepLimit) {
+void countRenderStep(RenderState& state, std::uint64_t steps) {
+    state.steps += steps;
+    if (state.steps > state.stepLimit) {
         throw TemplateSyntaxError("Rendering stopped after " + std::to_string(state.stepLimit) + " steps");
     }
 }
@@ -256,13 +257,14 @@ void ForNode::renderInto(std::string& output, Context& context) const {
         break;
     }
 
+    // Visiting an element is work even when the body is empty.
+    countRenderStep(context.state(), elements.asList()->size());
     std::optional<Value> parent = context.lookup("forloop");
     ScopeGuard scope(context);
     const List* list = elements.asList();
     List kept;
     if (where) {
         for (const Value& element : *list) {
-            countRenderStep(context.state());
             bind(context, element);
             if (where->evaluate(context)) {
                 kept.push_back(element);

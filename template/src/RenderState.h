@@ -41,7 +41,7 @@ struct RenderState {
 inline constexpr int maximumNestingDepth = 64;
 inline constexpr std::size_t maximumOutputSize = 256u << 20;
 
-// Counts one step of work; fails once a render has done too much.
-void countRenderStep(RenderState& state);
+// Counts steps of work; fails once a render has done too much.
+void countRenderStep(RenderState& state, std::uint64_t steps = 1);
 
 }  // namespace tintwork::stencil

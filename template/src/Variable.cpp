@@ -301,6 +301,8 @@ Value RangeVariable::resolve(Context& context) const {
         throw TemplateSyntaxError("Range " + std::to_string(lower) + "..." + std::to_string(upper) +
                                   " has more than " + std::to_string(maximumRangeLength) + " values");
     }
+    // Building the values is work like rendering, bounded by the same budget.
+    countRenderStep(context.state(), span + 1);
     List values;
     values.reserve(static_cast<std::size_t>(span) + 1);
     std::int64_t step = lower <= upper ? 1 : -1;

@@ -239,6 +239,11 @@ TEST(Environment, RunawayLoopsStopWithAnError) {
     std::string error =
         errorOf(environment, "{% for a in 1...999999 %}{% for b in 1...999999 %}x{% endfor %}{% endfor %}");
     EXPECT_EQ(error, "Rendering stopped after 100000 steps");
+    // Building ranges and visiting elements count too, with or without a body.
+    EXPECT_EQ(errorOf(environment, "{% for a in 1...999 %}{% if 5 in 0...999999 %}{% endif %}{% endfor %}"),
+              "Rendering stopped after 100000 steps");
+    EXPECT_EQ(errorOf(environment, "{% for a in 1...999 %}{% for b in 1...999 %}{% endfor %}{% endfor %}"),
+              "Rendering stopped after 100000 steps");
     EXPECT_EQ(Environment().renderStepLimit, 50'000'000u);
 }
 
