@@ -1,5 +1,6 @@
 // The built-in filters.
 
+#include "RenderState.h"
 #include "Text.h"
 #include "template/Context.h"
 #include "template/Environment.h"
@@ -11,6 +12,14 @@ namespace tintwork::stencil {
 namespace {
 
 std::string stringify(const Value& value) { return value.description(); }
+
+// Filters that multiply their input stop at the size a whole render may reach.
+void checkSize(const std::string& result, const char* filter) {
+    if (result.size() > maximumOutputSize) {
+        throw TemplateSyntaxError(std::string("'") + filter + "' filter result exceeds " +
+                                  std::to_string(maximumOutputSize >> 20) + " MB");
+    }
+}
 
 // Applies a text transform to a value, or to each element of a list.
 Value mapText(const Value& value, std::string (*transform)(std::string_view)) {
@@ -55,6 +64,7 @@ Value joinFilter(const Value& value, const std::vector<Value>& arguments, Contex
             result += separator;
         }
         result += stringify((*list)[index]);
+        checkSize(result, "join");
     }
     return Value(std::move(result));
 }
@@ -82,6 +92,10 @@ Value splitFilter(const Value& value, const std::vector<Value>& arguments, Conte
         }
         parts.emplace_back(textValue->substr(start, found - start));
         start = found + separator.size();
+        if (parts.size() >= maximumCollectionSize) {
+            throw TemplateSyntaxError("'split' filter result has more than " + std::to_string(maximumCollectionSize) +
+                                      " values");
+        }
     }
     return Value(std::move(parts));
 }
@@ -135,6 +149,7 @@ Value indentFilter(const Value& value, const std::vector<Value>& arguments, Cont
             result += prefix;
         }
         result += line;
+        checkSize(result, "indent");
         if (end == std::string::npos) {
             break;
         }

@@ -245,6 +245,10 @@ void ForNode::renderInto(std::string& output, Context& context) const {
         break;
     }
     case Value::Kind::string: {
+        if (text::characterCount(*source.asString()) > maximumCollectionSize) {
+            throw TemplateSyntaxError("Text of more than " + std::to_string(maximumCollectionSize) +
+                                      " characters can't be iterated");
+        }
         List characters;
         for (std::string& character : text::characters(*source.asString())) {
             characters.emplace_back(std::move(character));

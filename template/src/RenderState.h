@@ -40,6 +40,8 @@ struct RenderState {
 
 inline constexpr int maximumNestingDepth = 64;
 inline constexpr std::size_t maximumOutputSize = 256u << 20;
+// The most values a range, a split or a string's characters may give.
+inline constexpr std::size_t maximumCollectionSize = 1'000'000;
 
 // Counts steps of work; fails once a render has done too much.
 void countRenderStep(RenderState& state, std::uint64_t steps = 1);

@@ -105,6 +105,29 @@ char asciiLower(char character) { return character >= 'A' && character <= 'Z' ? 
 
 }  // namespace
 
+std::size_t characterCount(std::string_view value) {
+    std::size_t count = 0;
+    forEachCodePoint(value, [&](utf8proc_int32_t, std::string_view) { ++count; });
+    return count;
+}
+
+std::optional<std::string> characterAt(std::string_view value, std::int64_t position) {
+    if (position < 0) {
+        position += static_cast<std::int64_t>(characterCount(value));
+        if (position < 0) {
+            return std::nullopt;
+        }
+    }
+    std::optional<std::string> found;
+    std::int64_t index = 0;
+    forEachCodePoint(value, [&](utf8proc_int32_t, std::string_view bytes) {
+        if (index++ == position) {
+            found = std::string(bytes);
+        }
+    });
+    return found;
+}
+
 std::string uppercased(std::string_view value) {
     return isAscii(value) ? mapAscii(value, asciiUpper, false) : mapCase(value, utf8proc_toupper, false);
 }

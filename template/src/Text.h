@@ -1,6 +1,8 @@
 #pragma once
 // Small text helpers shared by the engine's sources.
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +28,9 @@ std::size_t findOutsideQuotes(std::string_view haystack, std::string_view needle
 
 // The UTF-8 characters (code points) of a text.
 std::vector<std::string> characters(std::string_view value);
+std::size_t characterCount(std::string_view value);
+// The character at a position (negative counts from the end), or nullopt.
+std::optional<std::string> characterAt(std::string_view value, std::int64_t position);
 
 // Unicode case mapping of a whole text, and of its first character only.
 std::string uppercased(std::string_view value);

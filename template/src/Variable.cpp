@@ -142,23 +142,17 @@ void parseKeyPath(KeyPath& parsed, const std::string& name) {
 
 Value characterAt(const std::string& value, std::string_view key) {
     if (key == "count") {
-        return Value(static_cast<std::int64_t>(text::characters(value).size()));
+        return Value(static_cast<std::int64_t>(text::characterCount(value)));
     }
-    std::vector<std::string> characters = text::characters(value);
+    std::optional<std::string> character;
     if (key == "first") {
-        return characters.empty() ? Value() : Value(characters.front());
+        character = text::characterAt(value, 0);
+    } else if (key == "last") {
+        character = text::characterAt(value, -1);
+    } else if (auto index = parseInteger(key)) {
+        character = text::characterAt(value, *index);
     }
-    if (key == "last") {
-        return characters.empty() ? Value() : Value(characters.back());
-    }
-    if (auto index = parseInteger(key)) {
-        auto count = static_cast<std::int64_t>(characters.size());
-        std::int64_t position = *index < 0 ? count + *index : *index;
-        if (position >= 0 && position < count) {
-            return Value(characters[static_cast<std::size_t>(position)]);
-        }
-    }
-    return Value();
+    return character ? Value(std::move(*character)) : Value();
 }
 
 }  // namespace
@@ -280,7 +274,6 @@ RangeVariable::RangeVariable(ResolvablePtr lower, ResolvablePtr upper) : from(st
 
 namespace {
 
-inline constexpr std::int64_t maximumRangeLength = 1'000'000;
 
 std::int64_t rangeEnd(const Value& value, const char* which) {
     if (const auto* integer = value.asInteger()) {
@@ -297,9 +290,9 @@ Value RangeVariable::resolve(Context& context) const {
     // Unsigned difference: the ends may lie far apart without overflowing.
     auto span = lower <= upper ? static_cast<std::uint64_t>(upper) - static_cast<std::uint64_t>(lower)
                                : static_cast<std::uint64_t>(lower) - static_cast<std::uint64_t>(upper);
-    if (span >= static_cast<std::uint64_t>(maximumRangeLength)) {
+    if (span >= static_cast<std::uint64_t>(maximumCollectionSize)) {
         throw TemplateSyntaxError("Range " + std::to_string(lower) + "..." + std::to_string(upper) +
-                                  " has more than " + std::to_string(maximumRangeLength) + " values");
+                                  " has more than " + std::to_string(maximumCollectionSize) + " values");
     }
     // Building the values is work like rendering, bounded by the same budget.
     countRenderStep(context.state(), span + 1);
