@@ -73,11 +73,17 @@ std::vector<std::string> smartSplit(const std::string& text, char separator) {
     std::vector<std::string> words;
     std::string word;
     char quote = 0;
+    bool escaped = false;
     bool blanks = separator == ' ';
     for (char character : text) {
         if (quote != 0) {
+            // A backslash keeps the next character, a quote included, inside the string.
             word += character;
-            if (character == quote) {
+            if (escaped) {
+                escaped = false;
+            } else if (character == '\\') {
+                escaped = true;
+            } else if (character == quote) {
                 quote = 0;
             }
             continue;

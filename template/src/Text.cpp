@@ -11,7 +11,9 @@ std::size_t findOutsideQuotes(std::string_view haystack, std::string_view needle
     for (std::size_t index = from; index < haystack.size(); ++index) {
         char character = haystack[index];
         if (quote != 0) {
-            if (character == quote) {
+            if (character == '\\') {
+                ++index;
+            } else if (character == quote) {
                 quote = 0;
             }
             continue;

@@ -204,7 +204,17 @@ Variable::Variable(std::string name) : variable(std::move(name)) {
     const std::string& value = variable;
     if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front()) {
         parsedPath->literal = KeyPath::LiteralKind::value;
-        parsedPath->literalValue = Value(value.substr(1, value.size() - 2));
+        // A backslash before the quote character or another backslash stands for it.
+        std::string literal;
+        char quote = value.front();
+        for (std::size_t index = 1; index + 1 < value.size(); ++index) {
+            char character = value[index];
+            if (character == '\\' && index + 2 < value.size() && (value[index + 1] == quote || value[index + 1] == '\\')) {
+                character = value[++index];
+            }
+            literal += character;
+        }
+        parsedPath->literalValue = Value(std::move(literal));
     } else if (value == "true" || value == "false") {
         parsedPath->literal = KeyPath::LiteralKind::value;
         parsedPath->literalValue = Value(value == "true");

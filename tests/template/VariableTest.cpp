@@ -74,6 +74,8 @@ TEST(Variable, MalformedNamesFail) {
 TEST(Variable, LiteralsAndPrintedForms) {
     EXPECT_EQ(render("{{ \"text\" }} {{ 'single' }} {{ 42 }} {{ -7 }} {{ 1.5 }} {{ true }} {{ false }} [{{ nil }}]"),
               "text single 42 -7 1.5 true false []");
+    EXPECT_EQ(render(R"({{ "say \"hi\" now" }} {{ 'it\'s' }} {{ "a 'b' c" }} {{ x|default:"q \"|\" q" }} {{ "\\" }})"),
+              R"(say "hi" now it's a 'b' c q "|" q \)");
     Map context{{"whole", 2.0},          {"quarter", 0.25}, {"big", 1e21},
                 {"list", List{"a", 1, Value(), 2.0}}, {"map", Map{{"b", "x"}, {"a", 1}}},
                 {"emptyMap", Map{}},     {"nan", std::nan("")}};
