@@ -2,6 +2,7 @@
 // The stack of values a template renders with. Lookups search the innermost scope
 // first; loops, includes and blocks push a scope and pop it when done.
 
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -50,7 +51,8 @@ public:
     RenderState& state() { return *renderState; }
 
 private:
-    std::vector<Map> dictionaries;
+    // A deque: opening a scope never moves the others, so slots stay valid.
+    std::deque<Map> dictionaries;
     const Environment* env;
     std::unique_ptr<RenderState> renderState;
 };
