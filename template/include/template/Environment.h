@@ -29,7 +29,7 @@ public:
              std::optional<std::string> name = std::nullopt);
 
     std::string render(const Map& dictionary = {}) const;
-    // Renders into an existing context (used by include and extends).
+    // Renders with an existing context.
     std::string render(Context& context) const;
     const std::vector<NodePtr>& nodes() const { return parsedNodes; }
 
