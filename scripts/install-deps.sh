@@ -8,7 +8,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libpugixml-dev nlohmann-json3-dev libzip-dev libzstd-dev zlib1g-dev
   libgumbo-dev libre2-dev libstb-dev libutf8proc-dev
-  nodejs chromium glslang-tools
+  nodejs chromium glslang-tools aapt
 )
 
 missing=()
@@ -28,4 +28,12 @@ fi
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 if [ -f "$here/tests/e2e/package.json" ] && [ ! -d "$here/tests/e2e/node_modules" ]; then
   (cd "$here/tests/e2e" && npm install --no-audit --no-fund --silent)
+fi
+
+# Parsers for the generated Swift and Kotlin sources. The grammars carry native
+# add-ons, built against the machine's own Node.js headers.
+if [ -f "$here/tests/native/package.json" ] && [ ! -d "$here/tests/native/node_modules/tree-sitter" ]; then
+  (cd "$here/tests/native" &&
+    npm install --no-audit --no-fund --silent --ignore-scripts --legacy-peer-deps &&
+    npm_config_nodedir=/usr npm rebuild tree-sitter tree-sitter-kotlin tree-sitter-swift)
 fi

@@ -203,7 +203,7 @@ TEST(CommandLine, AutoHighContrastOnlyAcceptsTrue) {
     TemporaryFolder folder;
     writeText(folder.path() / "settings.tintwork", buildDocument("out", "colors"));
     writeText(folder.path() / "tokens.json",
-              R"({"brand": {"$type": "color", "$value": {"colorSpace": "srgb", "components": [0.2, 0.4, 0.6]}}})");
+              R"({"brand": {"$type": "color", "$value": {"$colorSpace": {"name": "srgb", "$components": [0.2, 0.4, 0.6]}}}})");
     auto css = [&](const std::string& flag) {
         fs::remove_all(folder.path() / "out");
         ToolRun run = runTool({"-i", "tokens.json", "-c", "settings.tintwork", "-autohc", flag}, folder.path());
