@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets everything up and runs the whole test suite: an optimised build with
 # warnings as errors, then the same tests under AddressSanitizer and
-# UndefinedBehaviorSanitizer.
+# UndefinedBehaviorSanitizer, and a short fuzzing run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 bash scripts/install-deps.sh
@@ -14,3 +14,8 @@ for preset in ci asan; do
   echo "== ${preset} tests"
   ctest --preset "${preset}" -j "${jobs}"
 done
+
+# A short fuzzing run of every parser of outside input, from its seeds: a
+# crash, a leak or a hang fails the run.
+echo "== fuzz"
+FUZZ_SECONDS="${FUZZ_SECONDS:-20}" bash scripts/fuzz.sh
