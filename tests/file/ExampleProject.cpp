@@ -127,7 +127,7 @@ std::shared_ptr<OchreColorProject> makeExampleProject() {
     using T = BuildFileType;
     using N = BuildNameTransform;
     BuildTask css = task("CSS", T::css, "build/css", "colors", N::kebabCase, 1);
-    css.exportFormat = BuildExportFormat::cssHex;
+    css.exportFormat = BuildExportFormat::cssColor;
     css.namePrefix = "hb-";
     css.customData[std::string(customDataAppearanceColorType)] = "lightDark";
     BuildTask scss = task("SCSS", T::scss, "build/scss", "_colors", N::kebabCase, 2);
