@@ -4,24 +4,21 @@
 //
 //   import_bench [tokens...]         default: 1000 10000 100000
 //   import_bench --generate N file   only writes the Design Tokens file
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
-extern char** environ;
+#include "ToolRun.h"
 
 namespace {
+
+using tintwork::bench::RunResult;
+using tintwork::bench::runTool;
 
 constexpr int rampLength = 10;
 
@@ -91,48 +88,10 @@ void writeSettings(const std::filesystem::path& path) {
 )";
 }
 
-struct RunResult {
-    bool succeeded = false;
-    double seconds = 0;
-    long peakKilobytes = 0;
-    std::string output;
-};
-
 RunResult runImportedBuild(const std::filesystem::path& json, const std::filesystem::path& settings,
                            const std::filesystem::path& outputFolder) {
-    const std::filesystem::path log = outputFolder / "run.log";
-    std::vector<std::string> arguments = {TINTWORK_CLI_PATH, "-i", json.string(), "-c", settings.string(), "-o",
-                                          outputFolder.string()};
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) {
-        argv.push_back(argument.data());
-    }
-    argv.push_back(nullptr);
-
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-
-    RunResult result;
-    const auto start = std::chrono::steady_clock::now();
-    pid_t pid = 0;
-    if (posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), environ) != 0) {
-        posix_spawn_file_actions_destroy(&actions);
-        result.output = "cannot start " + arguments[0];
-        return result;
-    }
-    int status = 0;
-    rusage usage{};
-    wait4(pid, &status, 0, &usage);
-    result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    posix_spawn_file_actions_destroy(&actions);
-    result.peakKilobytes = usage.ru_maxrss;
-    std::ifstream in(log);
-    std::stringstream text;
-    text << in.rdbuf();
-    result.output = text.str();
-    result.succeeded = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    return result;
+    return runTool({TINTWORK_CLI_PATH, "-i", json.string(), "-c", settings.string(), "-o",
+                    outputFolder.string()}, outputFolder / "run.log");
 }
 
 }  // namespace
