@@ -143,6 +143,34 @@ TEST(CSSExporter, PreprocessorSheetsDeclareVariablesPerAppearance) {
     EXPECT_TRUE(contains(less, "    --corner-radius: @corner-radius-dark;\n"));
 }
 
+TEST(CSSExporter, AppearanceBlocksOnlyWhereAnItemHasThatVariant) {
+    // Only light values and one dark colour: the dark block is written, the
+    // high-contrast blocks are left out rather than written empty.
+    TestDocument document;
+    document.web->uuid = "WEB-GROUP";
+    document.project->buildGroups.push_back(document.web);
+    for (auto item : {colorItem("Plain", "PLAIN", themed("Plain", srgb(0.2, 0.4, 0.6))),
+                      colorItem("Themed", "THEMED", themed("Themed", srgb(0, 0, 0), srgb(1, 1, 1)))}) {
+        item->buildGroup = document.web;
+        document.project->items.push_back(item);
+    }
+    const auto folder = freshFolder("appearance-blocks");
+    const std::pair<BuildFileType, const char*> sheets[] = {
+        {BuildFileType::css, "css"}, {BuildFileType::scss, "scss"}, {BuildFileType::less, "less"}};
+    for (const auto& [type, extension] : sheets) {
+        for (const std::string kind : {"individual", "lightDark"}) {
+            BuildTask sheet = task("Sheet", type, kind);
+            sheet.customData["appearanceColorType"] = kind;
+            document.web->tasks = {sheet};
+            Builder(document.project, folder / "Doc.tintwork", "", {"WEB-GROUP"}, true, std::nullopt).buildAll();
+            const std::string text = readText(folder / sheet.exportFileNameWithExtension());
+            EXPECT_FALSE(contains(text, "prefers-contrast")) << extension << " " << kind << "\n" << text;
+            EXPECT_EQ(contains(text, "@media (prefers-color-scheme: dark)"), kind == "individual")
+                << extension << " " << kind << "\n" << text;
+        }
+    }
+}
+
 TEST(CSSExporter, MissingStockTemplateEndsTheExport) {
     const StyleSheetTemplates missing{"noSuchTemplate", "noSuchTemplateEither"};
     EXPECT_THROW(styleSheetTemplateSource(missing, task("CSS", BuildFileType::css, "x")), FileError);
