@@ -43,13 +43,12 @@ Builder makeBuilder(std::shared_ptr<OchreColorProject> project, const std::files
 // The highest exit status a process can report; a count above it must not wrap to a pass.
 constexpr long long maximumExitStatus = 255;
 
-}  // namespace
-
-int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out) {
+// Runs the steps of a build flow and reports its outcome: the first error ends
+// the flow with its text; program faults pass on to the driver.
+template <typename Steps>
+int reportBuild(std::ostream& out, Steps&& steps) {
     try {
-        const std::filesystem::path documentURL(documentPath);
-        Builder builder = makeBuilder(loadDocument(documentURL), documentURL, outputFolder);
-        builder.buildAll();
+        steps();
     } catch (const FatalError&) {
         throw;
     } catch (const std::exception& error) {
@@ -60,21 +59,24 @@ int runBuild(const std::string& documentPath, const std::optional<std::string>& 
     return exitSuccess;
 }
 
+}  // namespace
+
+int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out) {
+    return reportBuild(out, [&] {
+        const std::filesystem::path documentURL(documentPath);
+        Builder builder = makeBuilder(loadDocument(documentURL), documentURL, outputFolder);
+        builder.buildAll();
+    });
+}
+
 int runImportedBuild(const std::string& jsonPath, const std::string& settingsPath,
                      const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out) {
-    try {
+    return reportBuild(out, [&] {
         const std::filesystem::path settingsURL(settingsPath);
         Builder builder = makeBuilder(loadDocument(settingsURL), settingsURL, outputFolder);
         builder.importColors(std::filesystem::path(jsonPath), autoHighContrast);
         builder.buildAll();
-    } catch (const FatalError&) {
-        throw;
-    } catch (const std::exception& error) {
-        out << "Error building " << error.what() << '\n';
-        return exitFailure;
-    }
-    out << "Build Completed Successfully\n";
-    return exitSuccess;
+    });
 }
 
 int runTests(const std::string& documentPath, std::ostream& out) {
