@@ -83,9 +83,10 @@ std::shared_ptr<OchreColorProject> OchreColorFileReader::read(std::string_view b
         throw DocumentReadError("The document is not valid XML: " + std::string(result.description()) + " at offset " +
                                 std::to_string(result.offset));
     }
-    const pugi::xml_node root = document.document_element();
-    const pugi::xml_node projectElement = root.child("project");
-    if (std::string_view(root.name()) != "tintwork" || !projectElement) {
+    // Only the `project` below the root is read, whatever the root is called. XML
+    // without one is some other kind of file, and reported rather than read as empty.
+    const pugi::xml_node projectElement = document.document_element().child("project");
+    if (!projectElement) {
         throw DocumentReadError("The document has no tintwork project");
     }
 

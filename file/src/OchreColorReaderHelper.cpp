@@ -275,7 +275,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         item =
             std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(color));
     } else if (kind == "alias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readSetAlias<OchreColorAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
+                                                       readSetAlias<OchreColorAlias>(element));
     } else if (kind == "colorSet") {
         OchreColorSet set;
         if (!readSetBlock(element, set)) {
@@ -308,7 +309,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         item =
             std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(number));
     } else if (kind == "numberAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readItemAlias<OchreColorNumberAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
+                                                       readItemAlias<OchreColorNumberAlias>(element));
     } else if (kind == "booleanItem") {
         std::optional<ThemeableBoolean> value = readBoolean(element.child("boolean"));
         if (!value) {
@@ -322,7 +324,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         item =
             std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(boolean));
     } else if (kind == "booleanAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readItemAlias<OchreColorBooleanAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
+                                                       readItemAlias<OchreColorBooleanAlias>(element));
     } else if (kind == "stringItem") {
         std::optional<ThemeableString> value = readString(element.child("string"));
         if (!value) {
@@ -336,7 +339,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         item =
             std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(string));
     } else if (kind == "stringAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readItemAlias<OchreColorStringAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
+                                                       readItemAlias<OchreColorStringAlias>(element));
     } else if (kind == "shadowItem") {
         OchreColorShadow shadow;
         shadow.colorSpace = profileSpace(textOf(element.child("profile")));
@@ -367,7 +371,8 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         set.autoContrastAmount = appearance.autoContrastAmount;
         item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers), std::move(set));
     } else if (kind == "shadowAlias") {
-        item = std::make_shared<OchreColorProjectItem>(name, newUUID(), readSetAlias<OchreColorShadowAlias>(element));
+        item = std::make_shared<OchreColorProjectItem>(name, identifier(element, forceNewIdentifiers),
+                                                       readSetAlias<OchreColorShadowAlias>(element));
     } else {
         return nullptr;
     }

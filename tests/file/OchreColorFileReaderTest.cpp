@@ -44,13 +44,20 @@ TEST(OchreColorFileReader, RejectsBytesThatAreNoDocument) {
     }
     EXPECT_THROW(read(""), DocumentReadError);
     EXPECT_THROW(read("plain text"), DocumentReadError);
+    EXPECT_THROW(read("<?xml version=\"1.0\"?><!-- nothing -->"), DocumentReadError);
     try {
-        read("<other><project/></other>");
+        read("<tintwork><header/></tintwork>");
         FAIL() << "expected DocumentReadError";
     } catch (const DocumentReadError& error) {
         EXPECT_STREQ("The document has no tintwork project", error.what());
     }
-    EXPECT_THROW(read("<tintwork><header/></tintwork>"), DocumentReadError);
+}
+
+TEST(OchreColorFileReader, ReadsTheProjectWhateverTheRootIsCalled) {
+    auto renamed = read("<palette><project><colorItems>" + colorItemXml("A", "Red") +
+                        "</colorItems></project></palette>");
+    ASSERT_EQ(1u, renamed->items.size());
+    EXPECT_EQ("A", renamed->items[0]->uuid);
 }
 
 TEST(OchreColorFileReader, LoadsAnyVersionAndMissingContainers) {
@@ -381,7 +388,7 @@ TEST(OchreColorFileReader, ReadsAliasTypesWithTheirDefaults) {
     EXPECT_EQ(nullptr, gap.referencedProjectItems[2]);
 }
 
-TEST(OchreColorFileReader, GivesAliasesNewIdentifiersOnEveryLoad) {
+TEST(OchreColorFileReader, GivesAliasesWithoutIdentifierNewOnesOnEveryLoad) {
     const std::string text = documentWith(colorItemXml("A", "a") +
                                           "<alias><name>Link</name><type>1</type>"
                                           "<referencedItemId>A</referencedItemId></alias>");
@@ -389,6 +396,32 @@ TEST(OchreColorFileReader, GivesAliasesNewIdentifiersOnEveryLoad) {
     auto second = read(text);
     EXPECT_EQ(first->items[0]->uuid, second->items[0]->uuid);
     EXPECT_NE(first->items[1]->uuid, second->items[1]->uuid);
+}
+
+// A hand-written alias may carry an id, so that another alias can point at it; cycles
+// made that way resolve to nothing instead of hanging.
+TEST(OchreColorFileReader, AliasesWithAnIdentifierCanBeTargets) {
+    auto project = read(documentWith(
+        colorItemXml("A", "a", "0 0 1 1") +
+        "<alias><id>L1</id><name>First</name><type>1</type><referencedItemId>A</referencedItemId></alias>"
+        "<alias><name>Second</name><type>1</type><referencedItemId>L1</referencedItemId></alias>"
+        "<alias><id>C1</id><name>Loop1</name><type>1</type><referencedItemId>C2</referencedItemId></alias>"
+        "<alias><id>C2</id><name>Loop2</name><type>1</type><referencedItemId>C1</referencedItemId></alias>"
+        "<numberItem><id>N</id><name>n</name><number><variants><variant><value>4</value></variant></variants>"
+        "</number></numberItem>"
+        "<numberAlias><id>NA</id><name>na</name><referencedItemId>N</referencedItemId></numberAlias>"
+        "<numberAlias><name>nb</name><referencedItemId>NA</referencedItemId></numberAlias>"));
+    ASSERT_EQ(8u, project->items.size());
+    EXPECT_EQ("L1", project->items[1]->uuid);
+    const std::optional<ThemeableColor> second = project->items[2]->resolvedColor();
+    ASSERT_TRUE(second);
+    EXPECT_EQ("Second", second->name);
+    EXPECT_DOUBLE_EQ(1.0, second->lightVariant.blue());
+    EXPECT_FALSE(project->items[3]->resolvedColor());
+    EXPECT_FALSE(project->items[4]->resolvedColor());
+    const std::optional<ThemeableNumber> chained = project->items[7]->resolvedNumber();
+    ASSERT_TRUE(chained);
+    EXPECT_DOUBLE_EQ(4.0, chained->lightVariant);
 }
 
 TEST(OchreColorFileReader, DropsGroupsNestedBeyondTheDepthLimit) {

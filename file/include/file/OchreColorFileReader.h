@@ -9,7 +9,7 @@
 
 namespace tintwork {
 
-// The bytes are not a document at all: not XML, or XML without a tintwork project.
+// The bytes are not a document at all: not XML, or XML without a project.
 class DocumentReadError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
