@@ -199,6 +199,58 @@ TEST(CommandLine, TestFlowCountsFailedGroupsAsStatus) {
     EXPECT_EQ(lastLine(many.out), "Testing complete: 0 test groups passed, 256 test groups failed");
 }
 
+TEST(CommandLine, TestFlowPrintsOneHeadingPerRunOfGroupNames) {
+    // Groups without tasks leave no entry, so the two "Same" groups around "Skipped" share
+    // one heading; the unnamed first group gets none and, comparing nothing, counts as passed.
+    auto item = [](const std::string& id, const std::string& rgba, const std::string& group,
+                   const std::string& position) {
+        return colorItem(id, rgba, "<testGroupId>" + group + "</testGroupId><testPosition>" + position +
+                                       "</testPosition>");
+    };
+    auto group = [](const std::string& id, const std::string& name, const std::string& type) {
+        const std::string tests = type.empty() ? "" : "<test><name>T</name><id>" + id + "T</id><type>" + type +
+                                                          "</type></test>";
+        return "<testGroup><id>" + id + "</id><name>" + name + "</name><tests>" + tests + "</tests></testGroup>\n";
+    };
+    const std::string document =
+        std::string(header) + "<colorItems>\n" + item("Text", "0 0 0 1", "A", "foreground") +
+        item("Back", "1 1 1 1", "A", "background") + item("Ink", "0 0 0 1", "B", "both") +
+        item("Soot", "0.01 0.01 0.01 1", "B", "both") + item("Pen", "0 0 0 1", "D", "foreground") +
+        item("Paper", "0.9 0.9 0.9 1", "D", "background") + item("White", "1 1 1 1", "D", "background") +
+        item("Coal", "0.05 0.05 0.05 1", "D", "background") + "</colorItems>\n<testGroups>\n" +
+        group("Z", "", "wcagContrast") + group("A", "Same", "apcaContrast") + group("B", "Same", "apcaContrast") +
+        group("C", "Skipped", "") + group("D", "Same", "apcaContrast") + "</testGroups>\n</project>\n</tintwork>\n";
+
+    TemporaryFolder folder;
+    writeText(folder.path() / "groups.tintwork", document);
+    ToolRun run = runTool({"-t", "groups.tintwork"}, folder.path());
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out,
+              "0 passed (0%)\n0 failed (0%)\n"
+              "Test Same\n--------------------------------\n"
+              "1 passed (100%)\n0 failed (0%)\n"
+              "0 passed (0%)\n2 failed (100%)\n"
+              "2 passed (66%)\n1 failed (33%)\n"
+              "Testing complete: 2 test groups passed, 2 test groups failed\n");
+    EXPECT_EQ(run.err, "");
+}
+
+TEST(CommandLine, LcBeyondTheFontTableStopsTheTestRun) {
+    // sRGB components above 1 are kept as read, so their contrast can pass the table's end.
+    TemporaryFolder folder;
+    writeText(folder.path() / "bright.tintwork",
+              std::string(header) + "<colorItems>\n" +
+                  colorItem("Text", "0 0 0 1", "<testGroupId>G</testGroupId><testPosition>foreground</testPosition>") +
+                  colorItem("Glare", "2 2 2 1", "<testGroupId>G</testGroupId><testPosition>background</testPosition>") +
+                  "</colorItems>\n<testGroups><testGroup><id>G</id><name>Size</name><tests><test><name>T</name>"
+                  "<id>T</id><type>apcaContrast</type><thresholdType>textSize</thresholdType></test></tests>"
+                  "</testGroup></testGroups>\n</project>\n</tintwork>\n");
+    ToolRun run = runTool({"-t", "bright.tintwork"}, folder.path());
+    EXPECT_EQ(run.status, 134);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err.rfind("Fatal error: ", 0), 0u) << run.err;
+}
+
 TEST(CommandLine, AutoHighContrastOnlyAcceptsTrue) {
     TemporaryFolder folder;
     writeText(folder.path() / "settings.tintwork", buildDocument("out", "colors"));
