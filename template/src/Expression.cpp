@@ -345,13 +345,13 @@ std::vector<IfToken> makeTokens(const std::vector<std::string>& words, std::size
 }  // namespace
 
 std::vector<std::string> joinFilterWords(const std::vector<std::string>& components) {
-    // Blanks may stand around "|", after the ":" of filter arguments and around their
-    // commas: "a | join: \", \"" is the one expression a|join:", ".
+    // Blanks may stand around "|", around the ":" of filter arguments and around their
+    // commas: "a | join : \", \"" is the one expression a|join:", ".
     auto joinsForward = [](const std::string& word) {
         return !word.empty() && (word.back() == '|' || word.back() == ':' || word.back() == ',');
     };
     auto joinsBackward = [](const std::string& word) {
-        return !word.empty() && (word.front() == '|' || word.front() == ',');
+        return !word.empty() && (word.front() == '|' || word.front() == ':' || word.front() == ',');
     };
     std::vector<std::string> words;
     for (const std::string& component : components) {

@@ -13,6 +13,9 @@ namespace {
 
 std::string stringify(const Value& value) { return value.description(); }
 
+// An argument as an error message shows it; a missing one reads as nil.
+std::string shownArgument(const Value& value) { return value.isNull() ? std::string("nil") : value.description(); }
+
 // Filters that multiply their input stop at the size a whole render may reach.
 void checkSize(const std::string& result, const char* filter) {
     if (result.size() > maximumOutputSize) {
@@ -113,7 +116,7 @@ Value indentFilter(const Value& value, const std::vector<Value>& arguments, Cont
         const std::int64_t* number = arguments[0].asInteger();
         if (number == nullptr) {
             throw TemplateSyntaxError("'indent' filter width argument must be an Integer (" +
-                                      arguments[0].description() + ")");
+                                      shownArgument(arguments[0]) + ")");
         }
         width = *number;
     }
@@ -121,7 +124,7 @@ Value indentFilter(const Value& value, const std::vector<Value>& arguments, Cont
         const std::string* textValue = arguments[1].asString();
         if (textValue == nullptr) {
             throw TemplateSyntaxError("'indent' filter indentation argument must be a String (" +
-                                      arguments[1].description() + ")");
+                                      shownArgument(arguments[1]) + ")");
         }
         indentation = *textValue;
     }

@@ -209,6 +209,14 @@ void ForNode::bind(Context& context, const Value& element) const {
         return;
     }
     const List* values = element.asList();
+    // A record gives its field values in field order, as a tuple gives its members.
+    List fieldValues;
+    if (const Record* record = element.asRecord()) {
+        for (const std::string& field : record->fieldNames()) {
+            fieldValues.push_back(record->field(field).value_or(Value()));
+        }
+        values = &fieldValues;
+    }
     if (values == nullptr || values->size() < loopVariables.size()) {
         throw TemplateSyntaxError("Tuple '" + element.description() + "' has less values than loop variables");
     }

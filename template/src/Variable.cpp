@@ -21,6 +21,8 @@ struct KeyPath {
 
     LiteralKind literal = LiteralKind::none;
     Value literalValue;
+    // A quoted string that the path starts from, as in 'abc'.count.
+    std::optional<Value> base;
     std::vector<Component> components;
     std::optional<std::string> error;
 };
@@ -73,12 +75,13 @@ std::string unexpected(std::string_view what, std::string_view name) {
     return "Unexpected " + std::string(what) + " in variable '" + std::string(name) + "'";
 }
 
-// Cuts a.b[c.d].e into a, b, [c.d], e.
-void parseKeyPath(KeyPath& parsed, const std::string& name) {
+// Cuts a.b[c.d].e into a, b, [c.d], e. From `start` on, after a quoted base, the path
+// goes on as after a subscript.
+void parseKeyPath(KeyPath& parsed, const std::string& name, std::size_t start = 0) {
     std::string current;
     bool afterDot = false;
-    bool afterSubscript = false;
-    std::size_t index = 0;
+    bool afterSubscript = start > 0;
+    std::size_t index = start;
     auto fail = [&](std::string message) { parsed.error = std::move(message); };
     while (index < name.size()) {
         char character = name[index];
@@ -199,22 +202,53 @@ Value lookupKey(const Value& value, std::string_view key) {
     }
 }
 
+namespace {
+
+// The text of a quoted string, quotes included. A backslash before the quote character
+// or another backslash stands for it.
+std::string unquoted(std::string_view quoted) {
+    std::string literal;
+    char quote = quoted.front();
+    for (std::size_t index = 1; index + 1 < quoted.size(); ++index) {
+        char character = quoted[index];
+        if (character == '\\' && index + 2 < quoted.size() && (quoted[index + 1] == quote || quoted[index + 1] == '\\')) {
+            character = quoted[++index];
+        }
+        literal += character;
+    }
+    return literal;
+}
+
+// Where the quoted string at the start of `value` closes, or npos.
+std::size_t closingQuote(std::string_view value) {
+    char quote = value.front();
+    for (std::size_t index = 1; index < value.size(); ++index) {
+        if (value[index] == '\\' && index + 1 < value.size() && (value[index + 1] == quote || value[index + 1] == '\\')) {
+            ++index;
+        } else if (value[index] == quote) {
+            return index;
+        }
+    }
+    return std::string_view::npos;
+}
+
+}  // namespace
+
 Variable::Variable(std::string name) : variable(std::move(name)) {
     auto parsedPath = std::make_shared<KeyPath>();
     const std::string& value = variable;
-    if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front()) {
+    bool quoted = !value.empty() && (value.front() == '"' || value.front() == '\'');
+    std::size_t close = quoted ? closingQuote(value) : std::string::npos;
+    if (quoted && value.size() >= 2 && value.back() == value.front() &&
+        (close == std::string::npos || close + 1 == value.size() ||
+         (value[close + 1] != '.' && value[close + 1] != '['))) {
         parsedPath->literal = KeyPath::LiteralKind::value;
-        // A backslash before the quote character or another backslash stands for it.
-        std::string literal;
-        char quote = value.front();
-        for (std::size_t index = 1; index + 1 < value.size(); ++index) {
-            char character = value[index];
-            if (character == '\\' && index + 2 < value.size() && (value[index + 1] == quote || value[index + 1] == '\\')) {
-                character = value[++index];
-            }
-            literal += character;
-        }
-        parsedPath->literalValue = Value(std::move(literal));
+        parsedPath->literalValue = Value(unquoted(value));
+    } else if (quoted && close != std::string::npos && close + 1 < value.size() &&
+               (value[close + 1] == '.' || value[close + 1] == '[')) {
+        // A string literal with a key path behind it: 'abc'.count, "abc".1, "abc"[i].
+        parsedPath->base = Value(unquoted(std::string_view(value).substr(0, close + 1)));
+        parseKeyPath(*parsedPath, value, close + 1);
     } else if (value == "true" || value == "false") {
         parsedPath->literal = KeyPath::LiteralKind::value;
         parsedPath->literalValue = Value(value == "true");
@@ -246,6 +280,10 @@ Value Variable::resolve(Context& context) const {
     // the value found so far.
     Value current;
     const Value* found = nullptr;
+    if (parsed->base) {
+        current = *parsed->base;
+        found = &current;
+    }
     for (std::size_t index = 0; index < parsed->components.size(); ++index) {
         const auto& component = parsed->components[index];
         std::string subscriptKey;
@@ -259,7 +297,7 @@ Value Variable::resolve(Context& context) const {
             subscriptKey = subscript.description();
             key = subscriptKey;
         }
-        if (index == 0) {
+        if (found == nullptr) {
             found = context.find(key);
             if (found == nullptr) {
                 current = context[key];
@@ -289,7 +327,9 @@ std::int64_t rangeEnd(const Value& value, const char* which) {
     if (const auto* integer = value.asInteger()) {
         return *integer;
     }
-    throw TemplateSyntaxError(std::string("'") + which + "' value is not an Integer (" + value.description() + ")");
+    // A missing end reads as nil rather than as nothing between the brackets.
+    std::string shown = value.isNull() ? std::string("nil") : value.description();
+    throw TemplateSyntaxError(std::string("'") + which + "' value is not an Integer (" + shown + ")");
 }
 
 }  // namespace

@@ -29,6 +29,8 @@ TEST(Filters, JoinAndSplit) {
     Map context{{"xs", List{"a", 1, 2.5}}, {"csv", "a,b,,c"}, {"text", "one two"}};
     EXPECT_EQ(render("{{ xs|join }} {{ xs|join:\", \" }} {{ xs|join:' | ' }}", context), "a12.5 a, 1, 2.5 a | 1 | 2.5");
     EXPECT_EQ(render("{{ xs | join: \", \" }} {{ missing | default: \"x\" , \"y\" }}", context), "a, 1, 2.5 x");
+    EXPECT_EQ(render("{{ xs|join : \"-\" }}{% for x in missing | default : xs %}{{ x }}{% endfor %}", context),
+              "a-1-2.5a12.5");
     EXPECT_EQ(render("{{ text|split }} {{ csv|split:\",\" }} {{ csv|split:\",\"|join:\"-\" }}", context),
               "[\"one\", \"two\"] [\"a\", \"b\", \"\", \"c\"] a-b--c");
     EXPECT_EQ(render("{{ text|join:\",\" }} {{ xs|split }}", context), "one two [\"a\", 1, 2.5]");
@@ -44,6 +46,7 @@ TEST(Filters, IndentLeavesBlankLinesEmpty) {
     EXPECT_EQ(errorOf("{{ text|indent:1,\" \",true,4 }}", context), "'indent' filter can take at most 3 arguments");
     EXPECT_EQ(errorOf("{{ text|indent:\"2\" }}", context), "'indent' filter width argument must be an Integer (2)");
     EXPECT_EQ(errorOf("{{ text|indent:2,3 }}", context), "'indent' filter indentation argument must be a String (3)");
+    EXPECT_EQ(errorOf("{{ text|indent:missing }}", context), "'indent' filter width argument must be an Integer (nil)");
     EXPECT_EQ(errorOf("{{ text|indent:2,\" \",1 }}", context), "'indent' filter indentFirst argument must be a Bool");
 }
 

@@ -49,6 +49,9 @@ TEST(ForTag, IteratesRangesRecordsAndStrings) {
     EXPECT_EQ(render("{% for i in 1...n %}{{ i }}{% endfor %}|{% for i in 3...1 %}{{ i }}{% endfor %}", context),
               "123|321");
     EXPECT_EQ(render("{% for name, value in point %}{{ name }}{{ value }}{% endfor %}", context), "x1y2");
+    // Several loop variables unpack a record's field values in field order.
+    Map records{{"points", List{Value(record), Value(record)}}};
+    EXPECT_EQ(render("{% for x, y in points %}({{ x }},{{ y }}){% endfor %}", records), "(1,2)(1,2)");
     EXPECT_EQ(render("{% for c in word %}[{{ c }}]{% endfor %}", context), "[h][é][l][l][o]");
 }
 

@@ -53,6 +53,13 @@ TEST(Variable, LooksUpKeysIndicesAndFields) {
     EXPECT_EQ(render("[{{ user.tags.9 }}][{{ missing.deeply.nested }}][{{ i.name }}]", context), "[][][]");
 }
 
+TEST(Variable, QuotedStringsTakeAKeyPath) {
+    Map context = sample();
+    EXPECT_EQ(render("{{ 'abc'.count }} {{ \"abc\".first }}{{ \"abc\".1 }}{{ 'abc'.last }} {{ \"héllo\"[i] }}", context),
+              "3 abc é");
+    EXPECT_EQ(render("{{ \"a.b\".count }} {{ \"a\\\"b\".count }} {{ \"x.y\" }}"), "3 3 x.y");
+}
+
 TEST(Variable, SubscriptsResolveFirst) {
     Map context = sample();
     EXPECT_EQ(render("{{ user[key] }} {{ user.tags[i] }} {{ user.tags[user.tags.count] }}.", context), "Kim b .");
@@ -88,7 +95,7 @@ TEST(Variable, RangesNeedIntegerEnds) {
     Map context{{"n", 2}, {"s", "x"}, {"xs", List{1, 2, 3}}};
     EXPECT_EQ(render("{{ 1...n }} {{ 1...xs.count }}", context), "[1, 2] [1, 2, 3]");
     EXPECT_EQ(errorOf("{{ s...3 }}", context), "'from' value is not an Integer (x)");
-    EXPECT_EQ(errorOf("{{ 1...missing }}", context), "'to' value is not an Integer ()");
+    EXPECT_EQ(errorOf("{{ 1...missing }}", context), "'to' value is not an Integer (nil)");
     EXPECT_EQ(errorOf("{{ 0...100000000 }}", context), "Range 0...100000000 has more than 1000000 values");
 }
 
