@@ -103,6 +103,15 @@ using ThemeableString = Themeable<std::string>;
 // The default autoContrastAmount of a new item.
 inline constexpr double defaultAutoContrastAmount = 0.5;
 
+// The two starting colours of a new item, opaque sRGB greys. The names are shown as
+// they stand, "Grey" and "Gray" alike.
+struct DefaultColors {
+    static constexpr std::string_view lightName = "Light Grey";
+    static constexpr std::string_view darkName = "Dark Gray";
+    static ColorValue light() { return ColorValue::sRGB(0.83, 0.83, 0.83, 1.0); }
+    static ColorValue dark() { return ColorValue::sRGB(0.66, 0.66, 0.66, 1.0); }
+};
+
 // The automatic high-contrast colour of a base colour: OKLCH lightness pushed by
 // `amount` toward 1.15 (lightness above 0.5) or -0.15, in the base colour's encoding.
 ColorValue highContrastColor(const ColorValue& base, double amount);
