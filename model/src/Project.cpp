@@ -657,6 +657,43 @@ void OchreColorProject::linkAliases() {
     });
 }
 
+OchreColorProjectStatistics OchreColorProject::statistics() const {
+    OchreColorProjectStatistics counts;
+    walkItems(items, [&](OchreColorProjectItem& item, const auto&) {
+        switch (item.itemType) {
+            case ProjectItemType::group: ++counts.groupCount; break;
+            case ProjectItemType::color: ++counts.colorItemCount; break;
+            case ProjectItemType::colorSet: ++counts.colorSetCount; break;
+            case ProjectItemType::colorAlias: ++counts.colorAliasCount; break;
+            case ProjectItemType::number: ++counts.numberCount; break;
+            case ProjectItemType::numberAlias: ++counts.numberAliasCount; break;
+            case ProjectItemType::boolean: ++counts.booleanCount; break;
+            case ProjectItemType::booleanAlias: ++counts.booleanAliasCount; break;
+            case ProjectItemType::string: ++counts.stringCount; break;
+            case ProjectItemType::stringAlias: ++counts.stringAliasCount; break;
+            case ProjectItemType::shadow: ++counts.shadowCount; break;
+            case ProjectItemType::shadowSet: ++counts.shadowSetCount; break;
+            case ProjectItemType::shadowAlias: ++counts.shadowAliasCount; break;
+        }
+        return true;
+    });
+    return counts;
+}
+
+std::string_view appContentModeWord(AppContentMode mode) {
+    return mode == AppContentMode::table ? "table" : "group";
+}
+
+std::optional<AppContentMode> appContentModeFromWord(std::string_view word) {
+    if (word == "group") {
+        return AppContentMode::group;
+    }
+    if (word == "table") {
+        return AppContentMode::table;
+    }
+    return std::nullopt;
+}
+
 // MARK: - Index
 
 ProjectItemIndex::ProjectItemIndex(const OchreColorProject& project) {

@@ -39,6 +39,11 @@ TEST(Project, WalksGroupsBeforeTheirMembers) {
     std::vector<std::string> order;
     project->walk([&](OchreColorProjectItem& item) { order.push_back(item.uuid); });
     EXPECT_EQ((std::vector<std::string>{"brand", "primary", "inner", "deep", "loose", "empty"}), order);
+
+    const OchreColorProjectStatistics counts = project->statistics();
+    EXPECT_EQ(3, counts.groupCount);
+    EXPECT_EQ(3, counts.colorItemCount);
+    EXPECT_EQ(0, counts.colorSetCount);
 }
 
 TEST(Project, FindsItemsAndGroupsByUuid) {

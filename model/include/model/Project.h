@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -142,6 +143,35 @@ public:
     std::optional<std::vector<ThemeableShadow>> resolvedShadowSet() const;
 };
 
+// Counts of each kind of item in a project's whole tree.
+struct OchreColorProjectStatistics {
+    int colorItemCount = 0;
+    int colorSetCount = 0;
+    int colorAliasCount = 0;
+    int groupCount = 0;
+    int numberCount = 0;
+    int numberAliasCount = 0;
+    int booleanCount = 0;
+    int booleanAliasCount = 0;
+    int stringCount = 0;
+    int stringAliasCount = 0;
+    int shadowCount = 0;
+    int shadowSetCount = 0;
+    int shadowAliasCount = 0;
+};
+
+// The editor's item filter and display mode; the tool only stores them.
+enum class FilterType { all, colors, numbers, booleans, strings, shadows };
+struct FilterItem {
+    FilterType type = FilterType::all;
+};
+// Stored as the value of the document setting with the key displayModeSettingKey.
+enum class AppContentMode { group, table };
+inline constexpr std::string_view displayModeSettingKey = "DisplayMode";
+// "group" or "table".
+std::string_view appContentModeWord(AppContentMode mode);
+std::optional<AppContentMode> appContentModeFromWord(std::string_view word);
+
 class OchreColorProject {
 public:
     OchreColorProject();
@@ -168,6 +198,8 @@ public:
     std::vector<OchreColorProjectItem*> pathToItem(const OchreColorProjectItem& item) const;
     // Links every alias's stored identifiers to the items they name.
     void linkAliases();
+    // How many items of each kind the tree holds, groups and their members included.
+    OchreColorProjectStatistics statistics() const;
 };
 
 // A snapshot of a project's tree for many lookups in a row (an export, a link pass):
