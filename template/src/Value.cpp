@@ -95,10 +95,16 @@ std::string formatDouble(double value) {
     if (std::isinf(value)) {
         return value < 0 ? "-inf" : "inf";
     }
-    char buffer[64];
-    auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    // Positional digits from 1e-4 up to 2^53, where every integer is exact; beyond
+    // that range the exponent form (1e-05, 1e+16). Both are the shortest digits that
+    // read back to the same value.
+    double magnitude = std::fabs(value);
+    bool positional = magnitude == 0 || (magnitude >= 1e-4 && magnitude < 9007199254740992.0);
+    char buffer[400];
+    auto result = std::to_chars(buffer, buffer + sizeof buffer, value,
+                                positional ? std::chars_format::fixed : std::chars_format::scientific);
     std::string text(buffer, result.ptr);
-    if (text.find_first_of(".en") == std::string::npos) {
+    if (positional && text.find('.') == std::string::npos) {
         text += ".0";
     }
     return text;

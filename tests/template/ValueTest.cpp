@@ -39,6 +39,12 @@ TEST(Value, EqualityComparesNumbersAcrossKindsAndOtherKindsStrictly) {
 TEST(Value, PrintedForms) {
     EXPECT_EQ(Value(-0.0).description(), "-0.0");
     EXPECT_EQ(Value(0.1 + 0.2).description(), "0.30000000000000004");
+    // Positional digits between 1e-4 and 2^53, the exponent form outside.
+    EXPECT_EQ(Value(1e6).description(), "1000000.0");
+    EXPECT_EQ(Value(123456789.25).description(), "123456789.25");
+    EXPECT_EQ(Value(0.0001).description(), "0.0001");
+    EXPECT_EQ(Value(0.00001).description(), "1e-05");
+    EXPECT_EQ(Value(-1e16).description(), "-1e+16");
     EXPECT_EQ(Value(std::numeric_limits<double>::infinity()).description(), "inf");
     EXPECT_EQ(Value(std::numeric_limits<std::int64_t>::min()).description(), "-9223372036854775808");
     EXPECT_EQ(Value(List{List{}, Map{}, "q\"uote"}).description(), "[[], [:], \"q\\\"uote\"]");
