@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Text.h"
+
 
 namespace tintwork::stencil {
 
@@ -46,23 +48,27 @@ std::string describeToken(const Token& token, const std::string& reason) {
     std::string text = map.filename.value_or("") + ":" + std::to_string(map.location.lineNumber) + ":" +
                        std::to_string(map.location.lineOffset) + ": error: " + reason + "\n";
     text += map.location.content + "\n";
+    // The column counts characters; the caret goes under the token's first one.
+    const std::vector<std::string> characters = text::characters(map.location.content);
     std::size_t offset = map.location.lineOffset > 0 ? static_cast<std::size_t>(map.location.lineOffset) : 0;
-    for (std::size_t index = 0; index < offset && index < map.location.content.size(); ++index) {
-        text += map.location.content[index] == '\t' ? '\t' : ' ';
+    offset = std::min(offset, characters.size());
+    for (std::size_t index = 0; index < offset; ++index) {
+        text += characters[index] == "\t" ? '\t' : ' ';
     }
     text += "^";
     // Tildes under the rest of the token on its line: up to its closing delimiter
     // for a tag, or the length of a text.
-    const std::string& line = map.location.content;
-    std::size_t end = line.size();
+    std::size_t end = characters.size();
     if (token.kind != Token::Kind::text) {
         const char* closer = token.kind == Token::Kind::variable ? "}}" : token.kind == Token::Kind::block ? "%}" : "#}";
-        std::size_t found = line.find(closer, offset);
-        if (found != std::string::npos) {
-            end = found + 2;
+        for (std::size_t index = offset; index + 1 < characters.size(); ++index) {
+            if (characters[index] == std::string(1, closer[0]) && characters[index + 1] == std::string(1, closer[1])) {
+                end = index + 2;
+                break;
+            }
         }
     } else {
-        end = std::min(end, offset + token.contents.size());
+        end = std::min(end, offset + text::characterCount(token.contents));
     }
     if (end > offset + 1) {
         text += std::string(end - offset - 1, '~');

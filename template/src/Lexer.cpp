@@ -1,5 +1,6 @@
 #include <cstring>
 
+#include "Text.h"
 #include "template/Token.h"
 
 namespace tintwork::stencil {
@@ -142,8 +143,10 @@ public:
         if (!content.empty() && content.back() == '\r') {
             content.pop_back();
         }
-        return SourceMap{filename,
-                         SourceLocation{std::move(content), line, static_cast<std::ptrdiff_t>(position - lineStart)}};
+        // The column counts characters, so that it matches what an editor shows.
+        auto column = static_cast<std::ptrdiff_t>(
+            text::characterCount(std::string_view(text).substr(lineStart, position - lineStart)));
+        return SourceMap{filename, SourceLocation{std::move(content), line, column}};
     }
 
 private:

@@ -154,6 +154,14 @@ TEST(Tags, SyntaxErrorsCarryTheOffendingToken) {
         EXPECT_EQ(SimpleErrorReporter().renderError(error),
                   "page:3:0: error: `endif` was not found.\n{% if x %}\n^~~~~~~~~~");
     }
+    // Columns count characters, not bytes.
+    try {
+        environment.templateFromString("«é» {% if %}{% endif %}", std::string("page"));
+        FAIL() << "expected an error";
+    } catch (const TemplateSyntaxError& error) {
+        EXPECT_EQ(SimpleErrorReporter().renderError(error),
+                  "page:1:4: error: 'if' expression error: end\n«é» {% if %}{% endif %}\n    ^~~~~~~~");
+    }
 }
 
 TEST(Tags, RenderErrorsCarryTheNodeToken) {
