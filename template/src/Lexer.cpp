@@ -178,7 +178,7 @@ public:
 
     // Finds the next opening delimiter whose closer also follows. Returns its kind
     // ('{', '%' or '#') and sets `range` to the whole tag, or returns 0 when no tag
-    // remains.
+    // remains. An opener that is never closed is text, and the search goes on after it.
     char scanToNextTag() {
         std::size_t from = 0;
         while (true) {
@@ -188,13 +188,16 @@ public:
             }
             char next = content[open + 1];
             if (next == '{' || next == '%' || next == '#') {
-                const char* closer = next == '{' ? "}}" : next == '%' ? "%}" : "#}";
-                std::size_t close = content.find(closer, open + 2);
-                if (close == std::string_view::npos) {
-                    return 0;
+                int kind = next == '{' ? 0 : next == '%' ? 1 : 2;
+                const char* closer = kind == 0 ? "}}" : kind == 1 ? "%}" : "#}";
+                // A closer missing once is missing for the rest of the text too, so
+                // runs of unclosed openers cost no repeated searches.
+                std::size_t close = closerMissing[kind] ? std::string_view::npos : content.find(closer, open + 2);
+                if (close != std::string_view::npos) {
+                    range = {position() + open, position() + close + 2};
+                    return next;
                 }
-                range = {position() + open, position() + close + 2};
-                return next;
+                closerMissing[kind] = true;
             }
             from = open + 1;
         }
@@ -216,6 +219,9 @@ public:
     const std::string_view originalContent;
     std::string_view content;
     std::pair<std::size_t, std::size_t> range{0, 0};
+
+private:
+    bool closerMissing[3] = {false, false, false};
 };
 
 }  // namespace

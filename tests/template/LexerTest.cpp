@@ -32,6 +32,8 @@ TEST(Lexer, UnclosedDelimiterStaysText) {
     ASSERT_EQ(tokens.size(), 1u);
     EXPECT_EQ(tokens[0].contents, "a {{ b");
     EXPECT_EQ(render("x {% if"), "x {% if");
+    // Tags after an unclosed opener still count.
+    EXPECT_EQ(render("{% a {# b {{ \"c\" }}", {}), "{% a {# b c");
 }
 
 TEST(Lexer, QuotedWordsStayWholeInComponents) {
