@@ -56,14 +56,35 @@ void appendCodePoint(std::string& output, utf8proc_int32_t codePoint) {
     output.append(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(written));
 }
 
+// Characters whose case changes their length: the sharp s and the Latin ligatures
+// upper-case to several letters, the dotted capital I lower-cases to i and a dot.
+const char* fullUppercase(utf8proc_int32_t codePoint) {
+    switch (codePoint) {
+    case 0x00DF: return "SS";
+    case 0x0149: return "\u02BCN";
+    case 0xFB00: return "FF";
+    case 0xFB01: return "FI";
+    case 0xFB02: return "FL";
+    case 0xFB03: return "FFI";
+    case 0xFB04: return "FFL";
+    case 0xFB05: return "ST";
+    case 0xFB06: return "ST";
+    default: return nullptr;
+    }
+}
+
+const char* fullLowercase(utf8proc_int32_t codePoint) { return codePoint == 0x0130 ? "i\u0307" : nullptr; }
+
 template <class Map>
-std::string mapCase(std::string_view value, Map map, bool firstOnly) {
+std::string mapCase(std::string_view value, Map map, const char* (*full)(utf8proc_int32_t), bool firstOnly) {
     std::string output;
     output.reserve(value.size());
     bool first = true;
     forEachCodePoint(value, [&](utf8proc_int32_t codePoint, std::string_view bytes) {
         if (codePoint < 0 || (firstOnly && !first)) {
             output += bytes;
+        } else if (const char* expanded = full(codePoint)) {
+            output += expanded;
         } else {
             appendCodePoint(output, map(codePoint));
         }
@@ -131,18 +152,18 @@ std::optional<std::string> characterAt(std::string_view value, std::int64_t posi
 }
 
 std::string uppercased(std::string_view value) {
-    return isAscii(value) ? mapAscii(value, asciiUpper, false) : mapCase(value, utf8proc_toupper, false);
+    return isAscii(value) ? mapAscii(value, asciiUpper, false) : mapCase(value, utf8proc_toupper, fullUppercase, false);
 }
 
 std::string lowercased(std::string_view value) {
-    return isAscii(value) ? mapAscii(value, asciiLower, false) : mapCase(value, utf8proc_tolower, false);
+    return isAscii(value) ? mapAscii(value, asciiLower, false) : mapCase(value, utf8proc_tolower, fullLowercase, false);
 }
 
 std::string capitalized(std::string_view value) {
     if (!value.empty() && static_cast<unsigned char>(value.front()) < 0x80) {
         return mapAscii(value, asciiUpper, true);
     }
-    return mapCase(value, utf8proc_toupper, true);
+    return mapCase(value, utf8proc_toupper, fullUppercase, true);
 }
 
 std::size_t levenshtein(std::string_view lhs, std::string_view rhs) {

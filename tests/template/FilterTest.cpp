@@ -23,6 +23,8 @@ TEST(Filters, CaseFiltersChangeTextsAndListsOfTexts) {
     EXPECT_EQ(render("{{ \"hELLO\"|capitalize }} {{ words|uppercase }} {{ words|capitalize|join:\"+\" }}", context),
               "HELLO [\"AB\", \"CD\"] Ab+Cd");
     EXPECT_EQ(render("{{ n|uppercase }}[{{ missing|uppercase }}]", context), "5[]");
+    // Letters whose case takes more than one letter.
+    EXPECT_EQ(render("{{ \"straße ﬁn\"|uppercase }} {{ \"ßa\"|capitalize }} {{ \"İ\"|lowercase }}"), "STRASSE FIN SSa i\u0307");
 }
 
 TEST(Filters, JoinAndSplit) {
