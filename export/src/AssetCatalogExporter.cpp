@@ -167,12 +167,12 @@ std::vector<ColorSetColor> colorEntries(const ThemeableColor& color) {
     return entries;
 }
 
-// A document name made safe as one folder name: no path separators, no leading
-// dot (which would hide the folder), never empty.
+// A document name made safe as one folder name: no path separators or NUL (which no
+// file system takes in a name), no leading dot (which would hide the folder), never empty.
 std::string folderName(const std::string& name, const std::string& fallback) {
     std::string cleaned;
     for (char c : name) {
-        cleaned += (c == '/' || c == '\\' || c == ':') ? '-' : c;
+        cleaned += (c == '/' || c == '\\' || c == ':' || c == '\0') ? '-' : c;
     }
     const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
     while (!cleaned.empty() && (isBlank(cleaned.front()) || cleaned.front() == '.')) {

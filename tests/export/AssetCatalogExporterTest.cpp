@@ -138,13 +138,15 @@ TEST(AssetCatalogExporter, FolderNamesAreMadeSafe) {
     const auto folder = freshFolder("native-catalog-names");
     std::vector<ProjectItemPtr> items{colorItem("Fore/Back: Ground", "A", themed("", srgb(1, 1, 1))),
                                       colorItem(" .hidden ", "B", themed("", srgb(0, 0, 0))),
-                                      colorItem("", "C", themed("", srgb(0.5, 0.5, 0.5)))};
+                                      colorItem("", "C", themed("", srgb(0.5, 0.5, 0.5))),
+                                      colorItem(std::string("Nul\0Byte", 8), "D", themed("", srgb(0, 0, 1)))};
     AssetCatalogExporter().exportTo(folder, task("Catalog", BuildFileType::assetCatalog, "Names"), items,
                                     folder / "Doc.tintwork");
     const auto catalog = folder / "Names.xcassets";
     EXPECT_TRUE(std::filesystem::exists(catalog / "Fore-Back- Ground.colorset" / "Contents.json"));
     EXPECT_TRUE(std::filesystem::exists(catalog / "hidden.colorset" / "Contents.json"));
     EXPECT_TRUE(std::filesystem::exists(catalog / "Unnamed.colorset" / "Contents.json"));
+    EXPECT_TRUE(std::filesystem::exists(catalog / "Nul-Byte.colorset" / "Contents.json"));
 }
 
 TEST(AssetCatalogExporter, ContentsRecordsRoundTrip) {
