@@ -23,6 +23,14 @@ std::string quotedLiteral(const std::string& text) {
 
 }  // namespace
 
+std::filesystem::path appendingStoredPath(const std::filesystem::path& folder, std::string_view storedPath) {
+    const auto start = storedPath.find_first_not_of('/');
+    if (start == std::string_view::npos) {
+        return folder;
+    }
+    return folder / std::filesystem::path(storedPath.substr(start));
+}
+
 BuildError::BuildError(std::string messageText)
     : message(std::move(messageText)), description("BuildError(message: " + quotedLiteral(message) + ")") {}
 

@@ -17,13 +17,6 @@ namespace tintwork {
 
 namespace {
 
-// A stored export folder always counts from the document's folder, even when it
-// starts with "/".
-std::filesystem::path relativeFolder(const std::string& folder) {
-    const auto start = folder.find_first_not_of('/');
-    return start == std::string::npos ? std::filesystem::path() : std::filesystem::path(folder.substr(start));
-}
-
 // The -o folder as given; an empty one is the current folder.
 std::filesystem::path overriddenFolder(const std::string& folder) {
     return folder.empty() ? std::filesystem::path(".") : std::filesystem::path(folder);
@@ -100,7 +93,7 @@ void Builder::buildAll() {
             auto exporter = makeExporter(task.exportFileType, project);
             const std::filesystem::path folder =
                 overriddenExportFolder ? overriddenFolder(*overriddenExportFolder)
-                                       : documentFolder / relativeFolder(task.exportFileFolder);
+                                       : appendingStoredPath(documentFolder, task.exportFileFolder);
             createDirectories(folder);
             exporter->exportTo(folder, task, items, documentURL);
         }

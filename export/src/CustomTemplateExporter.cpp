@@ -5,8 +5,6 @@
 
 #include <utf8proc.h>
 
-#include <algorithm>
-
 namespace tintwork {
 
 namespace {
@@ -68,16 +66,15 @@ void CustomTemplateExporter::exportTo(const std::filesystem::path& folder, const
         throw missing;
     }
     // The location always counts from the document's folder, even when it starts with "/".
-    std::string relative = removingPercentEncoding(location->second);
-    relative.erase(0, std::min(relative.size(), relative.find_first_not_of('/')));
     std::filesystem::path documentFolder = documentURL.parent_path();
     if (documentFolder.empty()) {
         documentFolder = ".";
     }
-    const std::filesystem::path templatePath = documentFolder / relative;
+    const std::filesystem::path templatePath =
+        appendingStoredPath(documentFolder, removingPercentEncoding(location->second));
 
     std::error_code error;
-    if (relative.empty() || std::filesystem::is_directory(templatePath, error)) {
+    if (std::filesystem::is_directory(templatePath, error)) {
         throw missing;
     }
     std::string contents;

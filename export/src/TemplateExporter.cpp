@@ -18,7 +18,7 @@ TemplateExporter::TemplateExporter(std::shared_ptr<OchreColorProject> documentPr
 
 void TemplateExporter::exportTo(const std::filesystem::path& folder, const BuildTask& task,
                                 const std::vector<ProjectItemPtr>& items, const std::filesystem::path&) {
-    const std::filesystem::path target = folder / task.exportFileNameWithExtension();
+    const std::filesystem::path target = appendingStoredPath(folder, task.exportFileNameWithExtension());
     removeItemIgnoringErrors(target);
 
     indexNamespaces(task);

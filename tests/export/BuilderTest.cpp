@@ -38,11 +38,14 @@ struct BuildFixture {
 
 TEST(Builder, WritesEachTaskIntoItsFolderRelativeToTheDocument) {
     BuildFixture fixture("folders");
-    fixture.document.web->tasks = {fixture.namesTask("first", "out/deeper/deepest"), fixture.namesTask("second", "/abs")};
+    fixture.document.web->tasks = {fixture.namesTask("first", "out/deeper/deepest"), fixture.namesTask("second", "/abs"),
+                                   fixture.namesTask("/tintwork-builder-third", "")};
     fixture.build();
     EXPECT_EQ(readText(fixture.folder / "out/deeper/deepest/first.txt").substr(0, 14), "brand-primary;");
-    // A stored folder always counts from the document, even when it starts with "/".
+    // Stored folders and file names always count from the document, even when they start with "/".
     EXPECT_TRUE(std::filesystem::exists(fixture.folder / "abs/second.txt"));
+    EXPECT_TRUE(std::filesystem::exists(fixture.folder / "tintwork-builder-third.txt"));
+    EXPECT_FALSE(std::filesystem::exists("/tintwork-builder-third.txt"));
 }
 
 TEST(Builder, SkipsGroupsWithoutItemsTasksOrSelection) {

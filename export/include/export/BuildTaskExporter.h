@@ -4,6 +4,7 @@
 #include <exception>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/Project.h"
@@ -22,6 +23,11 @@ public:
 private:
     std::string description;
 };
+
+// `folder` with a stored path (a task's folder or file name, a template location)
+// appended. A leading "/" doesn't make it absolute: stored paths always count from
+// `folder`, so a build never writes or reads outside it by accident.
+std::filesystem::path appendingStoredPath(const std::filesystem::path& folder, std::string_view storedPath);
 
 class BuildTaskExporter {
 public:
