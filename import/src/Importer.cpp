@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "import/JsonDesignImporter.h"
+#include "import/ImportKinds.h"
 #include "model/Uuid.h"
 
 namespace tintwork {
@@ -21,24 +21,39 @@ std::string_view groupNamePrefix(ImportSourceKind kind) {
     return "Import";
 }
 
-// Every importer of this build is listed here; a new source format adds its case.
-std::unique_ptr<ColorImporter> makeImporter(ImportSourceKind kind) {
+namespace {
+
+// The word of the kind's row in the table of import kinds.
+std::string_view kindWord(ImportSourceKind kind) {
     switch (kind) {
-        case ImportSourceKind::designTokensJSON: return std::make_unique<JsonDesignImporter>();
-        default: return nullptr;
+        case ImportSourceKind::sketch: return "sketch";
+        case ImportSourceKind::ochre: return "ochre";
+        case ImportSourceKind::figma: return "figma";
+        case ImportSourceKind::svg: return "svg";
+        case ImportSourceKind::image: return "image";
+        case ImportSourceKind::assetCatalog: return "asset-catalog";
+        case ImportSourceKind::css: return "css";
+        case ImportSourceKind::designTokensJSON: return "design-tokens";
     }
+    return "";
+}
+
+}  // namespace
+
+std::unique_ptr<ColorImporter> makeImporter(ImportSourceKind kind) {
+    const ImportKind* row = findImportKind(kindWord(kind));
+    if (row == nullptr || !row->makeImporter) {
+        return nullptr;
+    }
+    return row->makeImporter(ImportOptions{});
 }
 
 ProjectItemPtr Importer::importFile(const std::filesystem::path& url, ImportSourceKind kind) const {
-    std::unique_ptr<ColorImporter> importer = makeImporter(kind);
-    if (!importer) {
+    const ImportKind* row = findImportKind(kindWord(kind));
+    if (row == nullptr || !row->makeImporter) {
         throw DocumentColorParsingError("This build cannot read " + std::string(groupNamePrefix(kind)) + " files");
     }
-    std::string name = std::string(groupNamePrefix(kind)) + " - " + url.filename().string();
-    auto item = std::make_shared<OchreColorProjectItem>(std::move(name), newUUID(), OchreColorGroup{});
-    item->isExpanded = true;
-    importer->importColors(url, *item);
-    return item;
+    return importSource(*row, url, ImportOptions{});
 }
 
 }  // namespace tintwork

@@ -2,8 +2,10 @@
 // The interface every importer implements, and the import side's one error.
 
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "model/Project.h"
 
@@ -25,6 +27,13 @@ public:
     // Appends what the source holds to the children of `group` (a group item). Throws
     // when the whole file is unusable; a bad entry is dropped silently.
     virtual void importColors(const std::filesystem::path& url, OchreColorProjectItem& group) = 0;
+
+    // Receives the importer's diagnostic lines (decoding fallbacks, skipped records);
+    // unset, they are printed on standard output.
+    std::function<void(std::string_view)> diagnostics;
+
+protected:
+    void printDiagnostic(std::string_view line) const;
 };
 
 }  // namespace tintwork

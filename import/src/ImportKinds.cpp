@@ -1,0 +1,57 @@
+#include "import/ImportKinds.h"
+
+#include "import/JsonDesignImporter.h"
+#include "model/Uuid.h"
+
+namespace tintwork {
+
+namespace {
+
+// A factory for importers that take no options beyond where their diagnostics go.
+template <typename Importer>
+std::unique_ptr<ColorImporter> plain(const ImportOptions& options) {
+    auto importer = std::make_unique<Importer>();
+    importer->diagnostics = options.diagnostics;
+    return importer;
+}
+
+}  // namespace
+
+// One row per kind; a kind without a factory is listed but not built yet.
+const std::vector<ImportKind>& importKinds() {
+    static const std::vector<ImportKind> kinds = {
+        {"sketch", "Sketch Import", {}, {}},
+        {"ochre", "Ochre Import", {}, {}},
+        {"figma", "Figma Import", {}, {}},
+        {"svg", "SVG Import", {}, {}},
+        {"image", "Image Import", {}, {}},
+        {"asset-catalog", "Asset Catalog", {}, {}},
+        {"css", "CSS Import", {}, {}},
+        {"design-tokens", "Design Tokens JSON Import", plain<JsonDesignImporter>, {}},
+        {"material", "Material Import", {}, {}},
+        {"generic-json", "JSON Import", {}, {}},
+        {"dtcg", "DTCG Import", {}, {}},
+    };
+    return kinds;
+}
+
+const ImportKind* findImportKind(std::string_view word) {
+    for (const ImportKind& kind : importKinds()) {
+        if (kind.word == word) {
+            return &kind;
+        }
+    }
+    return nullptr;
+}
+
+ProjectItemPtr importSource(const ImportKind& kind, const std::filesystem::path& source,
+                            const ImportOptions& options) {
+    std::unique_ptr<ColorImporter> importer = kind.makeImporter(options);
+    std::string name = std::string(kind.groupPrefix) + " - " + source.filename().string();
+    auto item = std::make_shared<OchreColorProjectItem>(std::move(name), newUUID(), OchreColorGroup{});
+    item->isExpanded = true;
+    importer->importColors(source, *item);
+    return item;
+}
+
+}  // namespace tintwork
