@@ -8,9 +8,7 @@ endif()
 
 add_library(tintwork_settings INTERFACE)
 target_compile_features(tintwork_settings INTERFACE cxx_std_20)
-target_compile_definitions(tintwork_settings INTERFACE
-  TINTWORK_TEMPLATE_INSTALL_DIR="${TINTWORK_TEMPLATE_INSTALL_DIR}"
-  $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+target_compile_definitions(tintwork_settings INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 if(TINTWORK_SANITIZE)
   target_compile_options(tintwork_settings INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
@@ -40,7 +38,8 @@ function(tintwork_add_test name)
                                         tintwork_settings tintwork_warnings)
   target_compile_definitions(${name} PRIVATE
     TINTWORK_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
-    TINTWORK_BINARY_DIR="${PROJECT_BINARY_DIR}")
+    TINTWORK_BINARY_DIR="${PROJECT_BINARY_DIR}"
+    TINTWORK_SHARED_DIR="${TINTWORK_SHARED_DIR}")
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     PROPERTIES SKIP_RETURN_CODE 77 ENVIRONMENT "TINTWORK_SOURCE_DIR=${PROJECT_SOURCE_DIR}")
 endfunction()

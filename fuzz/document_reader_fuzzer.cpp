@@ -1,7 +1,8 @@
 // Feeds arbitrary bytes to the document reader. Unreadable documents may only raise
 // DocumentReadError; a document that loads must write, and settle to a fixed point
 // after two write-and-read rounds (an unset number, boolean or string alias variant
-// comes back once as an empty item reference). Resolving every item must terminate.
+// comes back once as an empty item reference). Resolving every item must terminate,
+// with a value or with AliasChainError for a chain too long to follow.
 
 #include <cstddef>
 #include <cstdint>
@@ -16,13 +17,16 @@ namespace {
 
 void resolveAll(const tintwork::OchreColorProject& project) {
     project.walk([](tintwork::OchreColorProjectItem& item) {
-        (void)item.resolvedColor();
-        (void)item.resolvedColorSet();
-        (void)item.resolvedNumber();
-        (void)item.resolvedBoolean();
-        (void)item.resolvedString();
-        (void)item.resolvedShadow();
-        (void)item.resolvedShadowSet();
+        try {
+            (void)item.resolvedColor();
+            (void)item.resolvedColorSet();
+            (void)item.resolvedNumber();
+            (void)item.resolvedBoolean();
+            (void)item.resolvedString();
+            (void)item.resolvedShadow();
+            (void)item.resolvedShadowSet();
+        } catch (const tintwork::AliasChainError&) {
+        }
     });
 }
 

@@ -3,6 +3,7 @@
 #include <ctime>
 #include <fstream>
 #include <functional>
+#include <unordered_map>
 
 #include "contrast/ColorTest.h"
 #include "model/FileIO.h"
@@ -29,6 +30,23 @@ void collect(const std::vector<ProjectItemPtr>& items, const TestGroup& group, s
     }
 }
 
+// Every test group's items at once, in the order collect gives them: one walk of
+// the tree instead of one per group.
+void collectAll(const std::vector<ProjectItemPtr>& items,
+                std::unordered_map<const TestGroup*, std::vector<ProjectItemPtr>>& found) {
+    for (const auto& item : items) {
+        if (!item) {
+            continue;
+        }
+        if (item->testGroup) {
+            found[item->testGroup.get()].push_back(item);
+        }
+        if (item->group) {
+            collectAll(item->group->items, found);
+        }
+    }
+}
+
 void writeReport(const std::filesystem::path& path, const std::vector<ColorTestGroupResult>& results) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     if (out) {
@@ -50,6 +68,8 @@ std::vector<ColorTestGroupResult> Tester::run() {
     if (!project) {
         return results;
     }
+    std::unordered_map<const TestGroup*, std::vector<ProjectItemPtr>> itemsByGroup;
+    collectAll(project->items, itemsByGroup);
     for (const auto& group : project->testGroups) {
         if (!group || group->tests.empty()) {
             continue;
@@ -57,7 +77,7 @@ std::vector<ColorTestGroupResult> Tester::run() {
         ColorTestGroupResult result;
         result.testTime = currentTestTime();
         result.testGroupName = group->name;
-        const auto testItems = itemsForTestGroup(*project, *group);
+        const std::vector<ProjectItemPtr>& testItems = itemsByGroup[group.get()];
         long long passed = 0;
         long long failed = 0;
         for (const auto& task : group->tests) {

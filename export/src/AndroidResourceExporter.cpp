@@ -210,7 +210,7 @@ AndroidResourceExporter::AndroidResourceExporter(std::shared_ptr<OchreColorProje
 
 void AndroidResourceExporter::exportTo(const std::filesystem::path& folder, const BuildTask& task,
                                        const std::vector<ProjectItemPtr>& items, const std::filesystem::path&) {
-    const std::filesystem::path target = folder / task.exportFileNameWithExtension();
+    const std::filesystem::path target = appendingStoredPath(folder, task.exportFileNameWithExtension());
     removeItemIgnoringErrors(target);
 
     // The same flattening and code names as the template outputs, so that a colour

@@ -285,7 +285,7 @@ std::optional<AssetCatalogContentsFile> decodeAssetCatalogContents(const std::st
 
 void AssetCatalogExporter::exportTo(const std::filesystem::path& folder, const BuildTask& task,
                                     const std::vector<ProjectItemPtr>& items, const std::filesystem::path&) {
-    const std::filesystem::path catalog = folder / task.exportFileNameWithExtension();
+    const std::filesystem::path catalog = appendingStoredPath(folder, task.exportFileNameWithExtension());
     // A catalog is a folder tree: merging into an older one would keep colours that
     // are gone from the document, so the old tree goes first.
     removeItemIgnoringErrors(catalog);

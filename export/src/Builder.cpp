@@ -11,7 +11,7 @@
 #include "export/SwiftEnumExporter.h"
 #include "model/FileIO.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 namespace tintwork {
 
@@ -78,17 +78,19 @@ void Builder::buildAll() {
     // Groups may be added while running only by exporters, which never do; copying
     // the list still keeps the walk safe if one did.
     const std::vector<BuildGroupPtr> groups = project->buildGroups;
+    // One walk of the tree and one set of the selection serve every group: asking per
+    // group would cost groups times items.
+    const std::unordered_set<std::string> selected(groupsToBuild.begin(), groupsToBuild.end());
+    const auto itemsByGroup = project->itemsByBuildGroup();
     for (const auto& group : groups) {
-        if (!group) {
+        if (!group || selected.count(group->uuid) == 0 || group->tasks.empty()) {
             continue;
         }
-        if (std::find(groupsToBuild.begin(), groupsToBuild.end(), group->uuid) == groupsToBuild.end()) {
+        const auto found = itemsByGroup.find(group.get());
+        if (found == itemsByGroup.end() || found->second.empty()) {
             continue;
         }
-        const std::vector<ProjectItemPtr> items = project->itemsForBuildGroup(*group);
-        if (items.empty() || group->tasks.empty()) {
-            continue;
-        }
+        const std::vector<ProjectItemPtr>& items = found->second;
         for (const auto& task : group->tasks) {
             auto exporter = makeExporter(task.exportFileType, project);
             const std::filesystem::path folder =

@@ -80,6 +80,10 @@ void CustomTemplateExporter::exportTo(const std::filesystem::path& folder, const
     std::string contents;
     try {
         contents = readFileBytes(templatePath);
+    } catch (const FileRefusedError&) {
+        // A device, a FIFO or an oversized file is named as such: reporting it as a
+        // missing location would hide why a file that is there was not read.
+        throw;
     } catch (const FileError&) {
         throw missing;
     }

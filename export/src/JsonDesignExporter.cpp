@@ -219,7 +219,7 @@ JsonDesignExporter::~JsonDesignExporter() = default;
 
 void JsonDesignExporter::exportTo(const std::filesystem::path& folder, const BuildTask& task,
                                   const std::vector<ProjectItemPtr>& items, const std::filesystem::path&) {
-    const std::filesystem::path target = folder / task.exportFileNameWithExtension();
+    const std::filesystem::path target = appendingStoredPath(folder, task.exportFileNameWithExtension());
     removeItemIgnoringErrors(target);
 
     std::array<Tree, 4> trees = {

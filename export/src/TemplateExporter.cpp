@@ -217,20 +217,19 @@ std::filesystem::path executableFolder() {
 
 std::filesystem::path templateURL(std::string_view name) {
     const std::string fileName = std::string(name) + ".stencil";
-    static const std::filesystem::path besideExecutable = executableFolder() / "Templates";
-    std::error_code error;
-    const auto local = besideExecutable / fileName;
-    if (std::filesystem::exists(local, error)) {
-        return local;
-    }
-    const std::filesystem::path installFolder(TINTWORK_TEMPLATE_INSTALL_DIR);
-    if (!installFolder.empty()) {
-        const auto installed = installFolder / fileName;
-        if (std::filesystem::exists(installed, error)) {
-            return installed;
+    // A Templates folder beside the executable (the build tree, a flat copy), else the
+    // installed share folder, found from the executable's own folder so that a moved
+    // installation keeps working.
+    static const std::filesystem::path folder = executableFolder();
+    const std::filesystem::path candidates[] = {folder / "Templates",
+                                                (folder / TINTWORK_TEMPLATES_FROM_BINDIR).lexically_normal()};
+    for (const std::filesystem::path& candidate : candidates) {
+        std::error_code error;
+        if (std::filesystem::exists(candidate / fileName, error)) {
+            return candidate / fileName;
         }
     }
-    return local;
+    return candidates[0] / fileName;
 }
 
 std::string readStockTemplate(std::string_view name) {

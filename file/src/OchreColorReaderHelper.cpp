@@ -5,14 +5,15 @@
 #include <string_view>
 
 #include "TextForms.h"
+#include "file/OchreColorFileReader.h"
 #include "model/Uuid.h"
 
 namespace tintwork {
 
 namespace {
 
-// Groups nested deeper than this are dropped, which bounds the depth of every later
-// walk over a damaged or hostile document.
+// The deepest nesting of groups a document may have. It bounds the depth of every
+// later walk (exporters, writer) over a damaged or hostile document.
 constexpr int maxGroupDepth = 200;
 
 std::string_view textOf(const pugi::xml_node& node) {
@@ -235,6 +236,19 @@ Alias readItemAlias(const pugi::xml_node& element) {
 
 }  // namespace
 
+OchreColorReaderHelper::OchreColorReaderHelper(const OchreColorProject& project) {
+    for (const BuildGroupPtr& group : project.buildGroups) {
+        if (group) {
+            buildGroups_.try_emplace(group->uuid, group);
+        }
+    }
+    for (const TestGroupPtr& group : project.testGroups) {
+        if (group) {
+            testGroups_.try_emplace(group->uuid, group);
+        }
+    }
+}
+
 ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, bool forceNewIdentifiers) const {
     return readItem(element, forceNewIdentifiers, 0);
 }
@@ -250,7 +264,10 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
 
     if (kind == "group") {
         if (depth >= maxGroupDepth) {
-            return nullptr;
+            // Dropping the group would leave its items out of every build and test
+            // while the run still reports success.
+            throw DocumentReadError("The group \u201c" + name + "\u201d is nested deeper than " +
+                                    std::to_string(maxGroupDepth) + " groups.");
         }
         OchreColorGroup group;
         group.providesNamespace = textOf(element.child("namespace")) == "1";
@@ -379,10 +396,12 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
 
     item->isExpanded = textOf(element.child("expanded")) == "1";
     if (const pugi::xml_node buildGroupId = element.child("buildGroupId")) {
-        item->buildGroup = project_.findBuildGroup(std::string(textOf(buildGroupId)));
+        const auto found = buildGroups_.find(std::string(textOf(buildGroupId)));
+        item->buildGroup = found == buildGroups_.end() ? nullptr : found->second;
     }
     if (const pugi::xml_node testGroupId = element.child("testGroupId")) {
-        item->testGroup = project_.findTestGroup(std::string(textOf(testGroupId)));
+        const auto found = testGroups_.find(std::string(textOf(testGroupId)));
+        item->testGroup = found == testGroups_.end() ? nullptr : found->second;
     }
     item->testPosition = testPositionFromWord(textOf(element.child("testPosition"))).value_or(TestPosition::both);
     return item;

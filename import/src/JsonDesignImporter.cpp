@@ -24,7 +24,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Groups nested deeper than this are dropped, so that hostile input cannot exhaust the stack.
+// The deepest nesting of groups an import may have, so that hostile input cannot
+// exhaust the stack here or in the exporters that walk the imported tree.
 constexpr int maxNestingDepth = 200;
 constexpr std::size_t minimumSetSize = 3;
 constexpr std::size_t maximumSetSize = 32;
@@ -115,7 +116,7 @@ void append(OchreColorProjectItem& parent, const std::string& name, Payload payl
 // Reads one JSON tree into items; one instance per import.
 class NodeReader {
 public:
-    explicit NodeReader(const JsonDesignImporter& owner) : importer(owner) {}
+    NodeReader(const JsonDesignImporter& owner, const std::string& source) : importer(owner), sourceName(source) {}
 
     // Reads `node` and then releases it, so that the parsed document shrinks as items grow.
     void readNode(const std::string& name, Json& node, OchreColorProjectItem& parent, int depth) {
@@ -154,7 +155,9 @@ private:
             return;
         }
         if (depth >= maxNestingDepth) {
-            return;
+            // Leaving the group out would import a part of the file as if it were all of it.
+            throw DocumentColorParsingError(sourceName + ": the group \u201c" + name + "\u201d is nested deeper than " +
+                                            std::to_string(maxNestingDepth) + " groups.");
         }
         auto group = std::make_shared<OchreColorProjectItem>(name, newUUID(), OchreColorGroup{});
         parent.group->items.push_back(group);
@@ -249,6 +252,7 @@ private:
     }
 
     const JsonDesignImporter& importer;
+    const std::string& sourceName;  // names the file in errors
 };
 
 // The text with every byte that does not belong to a well-formed UTF-8 sequence replaced by
@@ -444,7 +448,7 @@ void JsonDesignImporter::importDocument(std::string_view text, const std::string
     {
         Json document = parseDocument(text, sourceName);
         if (document.is_object() && group.group) {
-            NodeReader reader(*this);
+            NodeReader reader(*this, sourceName);
             // Objects keep their keys in ascending order, which fixes the order of the top level.
             for (auto&& [key, node] : document.items()) {
                 reader.readNode(key, node, group, 0);

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <pwd.h>
 #include <random>
@@ -46,6 +47,25 @@ std::string quoted(const std::string& text) {
     throw FileError(file + ". (" + std::strerror(error != 0 ? error : EIO) + ")");
 }
 
+// "1 GiB" for whole binary units, the byte count otherwise.
+std::string sizeText(std::uintmax_t bytes) {
+    constexpr std::uintmax_t gibibyte = std::uintmax_t{1} << 30;
+    if (bytes % gibibyte == 0) {
+        return std::to_string(bytes / gibibyte) + " GiB";
+    }
+    return std::to_string(bytes) + " bytes";
+}
+
+// Closes a descriptor when the read is left by any path.
+struct DescriptorCloser {
+    explicit DescriptorCloser(int opened) : descriptor(opened) {}
+    ~DescriptorCloser() { ::close(descriptor); }
+    DescriptorCloser(const DescriptorCloser&) = delete;
+    DescriptorCloser& operator=(const DescriptorCloser&) = delete;
+
+    int descriptor;
+};
+
 [[noreturn]] void throwSaveError(const std::filesystem::path& path) {
     throw FileError("The file " + quoted(lastComponent(path)) + " couldn\u2019t be saved in the folder " +
                     quoted(folderName(path)) + ".");
@@ -54,19 +74,48 @@ std::string quoted(const std::string& text) {
 }  // namespace
 
 std::string readFileBytes(const std::filesystem::path& path) {
-    errno = 0;
-    std::ifstream stream(path, std::ios::binary);
-    std::error_code code;
-    if (!stream) {
-        const int error = errno;
-        throwOpenError(path, error == 0 && !std::filesystem::exists(path, code) ? ENOENT : error);
+    // Non-blocking, so that opening a FIFO without a writer returns at once; it is
+    // refused below like every other file that is not a regular one.
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) {
+        throwOpenError(path, errno);
     }
-    if (std::filesystem::is_directory(path, code)) {
+    const DescriptorCloser closer{descriptor};
+    struct stat info {};
+    if (::fstat(descriptor, &info) != 0) {
+        throwOpenError(path, errno);
+    }
+    if (S_ISDIR(info.st_mode)) {
         throwOpenError(path, EISDIR);
     }
-    std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    if (stream.bad()) {
-        throwOpenError(path, EIO);
+    const std::string file = "The file " + quoted(lastComponent(path)) + " couldn\u2019t be opened";
+    if (!S_ISREG(info.st_mode)) {
+        throw FileRefusedError(file + " because it is not a regular file.");
+    }
+    const std::string tooLarge = file + " because it is larger than " + sizeText(maximumInputFileSize) + ".";
+    if (static_cast<std::uintmax_t>(info.st_size) > maximumInputFileSize) {
+        throw FileRefusedError(tooLarge);
+    }
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(info.st_size));
+    // The size is checked again while reading: a file may grow after it was measured,
+    // and some (those under /proc) report no size at all.
+    char buffer[65536];
+    while (true) {
+        const ssize_t count = ::read(descriptor, buffer, sizeof buffer);
+        if (count == 0) {
+            break;
+        }
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            throwOpenError(path, errno);
+        }
+        if (bytes.size() + static_cast<std::size_t>(count) > maximumInputFileSize) {
+            throw FileRefusedError(tooLarge);
+        }
+        bytes.append(buffer, static_cast<std::size_t>(count));
     }
     return bytes;
 }

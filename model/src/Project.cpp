@@ -45,9 +45,6 @@ void walkItems(const std::vector<ProjectItemPtr>& items, Visit&& visit) {
     }
 }
 
-// The longest alias chain followed before a reference counts as empty; it bounds the
-// call depth of resolution on documents with pathological chains.
-constexpr int maxAliasDepth = 256;
 
 // What resolution needs to know of one alias family: the plain item, the set and the alias.
 struct ColorFamily {
@@ -105,8 +102,9 @@ template <typename Value>
 constexpr bool isNamed = std::is_same_v<Value, ThemeableColor> || std::is_same_v<Value, ThemeableShadow>;
 
 // Resolves aliases of one family. Each alias is resolved at most once per resolver
-// (memoised), an alias met again while it is being resolved is an empty reference,
-// and chains deeper than maxAliasDepth are cut, so every document terminates.
+// (memoised) and an alias met again while it is being resolved is an empty reference,
+// so every document terminates. Resolution recurses along a chain, so a chain longer
+// than maximumAliasChainLength is refused rather than followed or silently cut.
 //
 // Variant rules: the alias's default reference gives the light variant; an optional
 // variant comes from its own reference (that target's matching variant, falling back
@@ -154,9 +152,12 @@ private:
             const Entry<T>& entry = position->second;
             return entry.resolving || !entry.value ? nullptr : &*entry.value;
         }
-        if (depth_ >= maxAliasDepth) {
-            position->second.resolving = false;
-            return nullptr;
+        if (depth_ >= maximumAliasChainLength) {
+            throw AliasChainError("The alias \u201c" + outermost_->name + "\u201d leads through more than " +
+                                  std::to_string(maximumAliasChainLength) + " aliases.");
+        }
+        if (depth_ == 0) {
+            outermost_ = &item;
         }
         ++depth_;
         std::optional<T> value = compute();
@@ -285,6 +286,7 @@ private:
     std::unordered_map<const OchreColorProjectItem*, Entry<Value>> singles_;
     std::unordered_map<const OchreColorProjectItem*, Entry<std::vector<Value>>> lists_;
     int depth_ = 0;
+    const OchreColorProjectItem* outermost_ = nullptr;  // the alias asked for, named in errors
 };
 
 template <typename Family>
@@ -590,9 +592,12 @@ TestGroupPtr OchreColorProject::findTestGroup(const std::string& groupUuid) cons
     return found == testGroups.end() ? nullptr : *found;
 }
 
-std::vector<ProjectItemPtr> OchreColorProject::itemsForBuildGroup(const BuildGroup& buildGroup) const {
-    // The walk hands out references; keep the owning pointers by walking the lists again.
-    std::vector<ProjectItemPtr> found;
+namespace {
+
+// Calls `visit` with the owning pointer of every item, depth-first in document order.
+// (walkItems hands out references; this walk keeps the owners.)
+template <typename Visit>
+void walkOwners(const std::vector<ProjectItemPtr>& items, Visit&& visit) {
     struct Level {
         const std::vector<ProjectItemPtr>* items;
         std::size_t next;
@@ -608,13 +613,32 @@ std::vector<ProjectItemPtr> OchreColorProject::itemsForBuildGroup(const BuildGro
         if (!item) {
             continue;
         }
-        if (item->buildGroup.get() == &buildGroup) {
-            found.push_back(item);
-        }
+        visit(item);
         if (item->itemType == ProjectItemType::group && item->group) {
             stack.push_back({&item->group->items, 0});
         }
     }
+}
+
+}  // namespace
+
+std::vector<ProjectItemPtr> OchreColorProject::itemsForBuildGroup(const BuildGroup& buildGroup) const {
+    std::vector<ProjectItemPtr> found;
+    walkOwners(items, [&](const ProjectItemPtr& item) {
+        if (item->buildGroup.get() == &buildGroup) {
+            found.push_back(item);
+        }
+    });
+    return found;
+}
+
+std::unordered_map<const BuildGroup*, std::vector<ProjectItemPtr>> OchreColorProject::itemsByBuildGroup() const {
+    std::unordered_map<const BuildGroup*, std::vector<ProjectItemPtr>> found;
+    walkOwners(items, [&](const ProjectItemPtr& item) {
+        if (item->buildGroup) {
+            found[item->buildGroup.get()].push_back(item);
+        }
+    });
     return found;
 }
 

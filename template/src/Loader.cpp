@@ -1,7 +1,12 @@
 #include "template/Loader.h"
 
-#include <fstream>
-#include <sstream>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <optional>
 
 #include "template/Environment.h"
 #include "template/Errors.h"
@@ -36,6 +41,50 @@ bool isInside(const std::filesystem::path& base, const std::filesystem::path& pa
     return true;
 }
 
+// The largest template file that is read.
+constexpr std::uintmax_t maximumTemplateFileSize = std::uintmax_t{1} << 30;
+
+// The text of a regular file, or nullopt when there is none at the path (a missing
+// file, a folder, a device or FIFO: none of them is a template). Opening never blocks,
+// and a file over maximumTemplateFileSize is refused before it is read.
+std::optional<std::string> readTemplateFile(const std::filesystem::path& path, std::string_view name) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) {
+        return std::nullopt;
+    }
+    struct Closer {
+        int descriptor;
+        ~Closer() { ::close(descriptor); }
+    } closer{descriptor};
+    struct stat info {};
+    if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+        return std::nullopt;
+    }
+    const std::string tooLarge = "Template named `" + std::string(name) + "` is larger than 1 GiB";
+    if (static_cast<std::uintmax_t>(info.st_size) > maximumTemplateFileSize) {
+        throw TemplateError(tooLarge);
+    }
+    std::string text;
+    text.reserve(static_cast<std::size_t>(info.st_size));
+    char buffer[65536];
+    while (true) {
+        const ssize_t count = ::read(descriptor, buffer, sizeof buffer);
+        if (count == 0) {
+            return text;
+        }
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return std::nullopt;
+        }
+        if (text.size() + static_cast<std::size_t>(count) > maximumTemplateFileSize) {
+            throw TemplateError(tooLarge);  // the file grew while it was read
+        }
+        text.append(buffer, static_cast<std::size_t>(count));
+    }
+}
+
 }  // namespace
 
 FileSystemLoader::FileSystemLoader(std::vector<std::filesystem::path> directories) : paths(std::move(directories)) {}
@@ -49,16 +98,11 @@ std::shared_ptr<const Template> FileSystemLoader::loadTemplate(std::string_view 
         if (!isInside(base, candidate)) {
             throw SuspiciousFileOperation(base, candidate);
         }
-        if (!std::filesystem::is_regular_file(candidate, error)) {
+        std::optional<std::string> contents = readTemplateFile(candidate, name);
+        if (!contents) {
             continue;
         }
-        std::ifstream stream(candidate, std::ios::binary);
-        if (!stream) {
-            continue;
-        }
-        std::ostringstream contents;
-        contents << stream.rdbuf();
-        return std::make_shared<const Template>(contents.str(), environment, std::string(name));
+        return std::make_shared<const Template>(std::move(*contents), environment, std::string(name));
     }
     throw TemplateDoesNotExist({std::string(name)}, description());
 }

@@ -25,6 +25,13 @@ std::string slurp(int fd) {
 }  // namespace
 
 ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory) {
+    ToolSetup setup;
+    setup.workingDirectory = workingDirectory;
+    return runTool(args, setup);
+}
+
+ToolRun runTool(const std::vector<std::string>& args, const ToolSetup& setup) {
+    const std::filesystem::path& workingDirectory = setup.workingDirectory;
     TemporaryFolder capture;
     const auto outPath = capture.path() / "out";
     const auto errPath = capture.path() / "err";
@@ -36,10 +43,21 @@ ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::pat
         if (!workingDirectory.empty() && chdir(workingDirectory.c_str()) != 0) {
             _exit(127);
         }
-        int outFd = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        int errFd = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        dup2(outFd, 1);
+        const int errFd = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(errFd, 2);
+        close(errFd);
+        if (setup.output == StandardOutput::closed) {
+            close(1);
+        } else {
+            const int outFd = setup.output == StandardOutput::full
+                                  ? open("/dev/full", O_WRONLY)
+                                  : open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+            dup2(outFd, 1);
+            close(outFd);
+        }
+        if (setup.timeoutSeconds > 0) {
+            alarm(setup.timeoutSeconds);
+        }
         std::vector<char*> argv;
         std::string program = TINTWORK_EXECUTABLE;
         argv.push_back(program.data());

@@ -13,8 +13,23 @@ struct ToolRun {
     std::string err;
 };
 
+// Where the tool's standard output goes.
+enum class StandardOutput {
+    captured,  // into ToolRun::out
+    full,      // /dev/full: every write fails with "no space left"
+    closed,    // no descriptor 1 at all
+};
+
+struct ToolSetup {
+    std::filesystem::path workingDirectory;  // the current one when empty
+    StandardOutput output = StandardOutput::captured;
+    // A run still going after this many seconds is killed (status 128 + SIGALRM); 0 waits forever.
+    unsigned timeoutSeconds = 0;
+};
+
 // Runs TintWorkCLI with `args` in `workingDirectory` (the current one when empty).
 ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory = {});
+ToolRun runTool(const std::vector<std::string>& args, const ToolSetup& setup);
 
 // A fresh empty folder under the system's temporary folder, removed on destruction.
 class TemporaryFolder {

@@ -48,6 +48,32 @@ TEST(Builder, WritesEachTaskIntoItsFolderRelativeToTheDocument) {
     EXPECT_FALSE(std::filesystem::exists("/tintwork-builder-third.txt"));
 }
 
+TEST(Builder, KeepsAbsoluteFileNamesOfEveryFileTypeInsideTheTaskFolder) {
+    BuildFixture fixture("absolute-names");
+    const std::filesystem::path outside = freshFolder("absolute-names-outside");
+    // A catalog is replaced as a whole folder tree: the one outside must survive.
+    std::filesystem::create_directories(outside / "victim.xcassets");
+    writeText(outside / "victim.xcassets" / "keep.txt", "keep");
+    for (BuildFileType type : {BuildFileType::jsonDesignToken, BuildFileType::assetCatalog,
+                               BuildFileType::androidResource, BuildFileType::css}) {
+        BuildTask written = task("Absolute", type, (outside / "victim").string());
+        written.exportFileFolder = "out";
+        fixture.document.web->tasks.push_back(written);
+    }
+    // The name's folders lie inside the task's folder; like any folders in a file name
+    // they must exist already.
+    const std::filesystem::path inside = fixture.folder / "out" / outside.relative_path() / "victim";
+    std::filesystem::create_directories(inside.parent_path());
+    fixture.build();
+
+    EXPECT_EQ("keep", readText(outside / "victim.xcassets" / "keep.txt"));
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(outside), std::filesystem::directory_iterator()));
+    for (const char* extension : {".json", ".xml", ".css"}) {
+        EXPECT_TRUE(std::filesystem::is_regular_file(inside.string() + extension)) << extension;
+    }
+    EXPECT_TRUE(std::filesystem::is_regular_file(inside.string() + ".xcassets/Contents.json"));
+}
+
 TEST(Builder, SkipsGroupsWithoutItemsTasksOrSelection) {
     BuildFixture fixture("skips");
     auto empty = std::make_shared<BuildGroup>();

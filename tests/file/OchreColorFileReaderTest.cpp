@@ -424,19 +424,33 @@ TEST(OchreColorFileReader, AliasesWithAnIdentifierCanBeTargets) {
     EXPECT_DOUBLE_EQ(4.0, chained->lightVariant);
 }
 
-TEST(OchreColorFileReader, DropsGroupsNestedBeyondTheDepthLimit) {
-    std::string nested = colorItemXml("deep", "deep");
-    for (int level = 0; level < 5000; ++level) {
-        nested = "<group><id>G" + std::to_string(level) + "</id>" + nested + "</group>";
-    }
-    auto project = read(documentWith(nested + colorItemXml("A", "a")));
+TEST(OchreColorFileReader, RefusesGroupsNestedBeyondTheDepthLimitByName) {
+    const auto nestedIn = [](int levels) {
+        std::string nested = colorItemXml("deep", "deep");
+        for (int level = levels; level >= 1; --level) {
+            nested = "<group><id>G" + std::to_string(level) + "</id><name>Level " + std::to_string(level) + "</name>" +
+                     nested + "</group>";
+        }
+        return documentWith(nested + colorItemXml("A", "a"));
+    };
+    auto project = read(nestedIn(200));
     ASSERT_EQ(2u, project->items.size());
-    EXPECT_EQ("A", project->items[1]->uuid);
-    int depth = 0;
-    for (ProjectItemPtr group = project->items[0]; group; ++depth) {
-        group = group->group->items.empty() ? nullptr : group->group->items.front();
+    ProjectItemPtr item = project->items[0];
+    for (int depth = 0; depth < 200; ++depth) {
+        ASSERT_TRUE(item->group && item->group->items.size() == 1u) << depth;
+        item = item->group->items[0];
     }
-    EXPECT_EQ(200, depth);
+    EXPECT_EQ("deep", item->uuid);
+
+    // A deeper group is not dropped quietly: its items would be missing from every build.
+    for (int levels : {201, 5000}) {
+        try {
+            read(nestedIn(levels));
+            ADD_FAILURE() << levels << " nested groups were read";
+        } catch (const DocumentReadError& error) {
+            EXPECT_STREQ("The group \u201cLevel 201\u201d is nested deeper than 200 groups.", error.what());
+        }
+    }
 }
 
 }  // namespace

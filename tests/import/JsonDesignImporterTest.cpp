@@ -279,20 +279,35 @@ TEST(JsonDesignImporter, InvalidJsonAndUnreadableFilesFail) {
     EXPECT_TRUE(root->group->items.empty());
 }
 
-TEST(JsonDesignImporter, SurvivesDeepNesting) {
+TEST(JsonDesignImporter, RefusesGroupsNestedBeyondTheDepthLimitByName) {
     std::string text(100000, '[');
     EXPECT_THROW(importJson(text), DocumentColorParsingError);
-    std::string nested;
-    for (int i = 0; i < 5000; ++i) {
-        nested += "{\"a\": ";
+    const auto nested = [](int levels) {
+        std::string json = "{}";
+        for (int level = levels; level >= 1; --level) {
+            json = "{\"g" + std::to_string(level) + "\": " + json + "}";
+        }
+        return json;
+    };
+    ProjectItemPtr root = importJson(nested(200));
+    const OchreColorProjectItem* item = root.get();
+    for (int level = 1; level <= 200; ++level) {
+        ASSERT_EQ(childNames(*item), std::vector<std::string>{"g" + std::to_string(level)});
+        item = item->group->items[0].get();
     }
-    nested += "{}" + std::string(5000, '}');
-    ProjectItemPtr root = importJson(nested);
-    EXPECT_EQ(childNames(*root), (std::vector<std::string>{"a"}));
+    // Leaving the deeper part out would import a part of the file as if it were all of it.
+    for (int levels : {201, 5000}) {
+        try {
+            importJson(nested(levels));
+            ADD_FAILURE() << levels << " nested groups were imported";
+        } catch (const DocumentColorParsingError& error) {
+            EXPECT_STREQ("The text: the group \u201cg201\u201d is nested deeper than 200 groups.", error.what());
+        }
+    }
 }
 
 TEST(JsonDesignImporter, ImportsTheRealWorldSamplesWithoutFailing) {
-    const std::filesystem::path corpus = "/work/shared/corpus/json";
+    const std::filesystem::path corpus = std::filesystem::path(TINTWORK_SHARED_DIR) / "corpus" / "json";
     if (!std::filesystem::is_directory(corpus)) {
         GTEST_SKIP() << "no sample folder";
     }

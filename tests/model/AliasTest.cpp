@@ -139,7 +139,7 @@ TEST(Alias, CyclesAndLongChainsTerminate) {
     EXPECT_EQ(std::nullopt, setCycle->resolvedColorSet());
     EXPECT_EQ(std::nullopt, memberCycle->resolvedColor());
 
-    // A chain of a few links resolves; one far longer than any real document is cut off.
+    // A chain of a few links resolves, and so does one of the longest length followed.
     std::vector<ProjectItemPtr> chain = {colorItem("end", 0.4)};
     for (int i = 0; i < 20000; ++i) {
         chain.push_back(colorAlias("link" + std::to_string(i), AliasSetType::item(chain.back()->uuid)));
@@ -156,7 +156,15 @@ TEST(Alias, CyclesAndLongChainsTerminate) {
     chain.insert(chain.end(), fan.begin(), fan.end());
     auto longProject = projectWith(chain);
     EXPECT_EQ(grey(0.4), chain[10]->resolvedColor()->lightVariant);
-    EXPECT_EQ(std::nullopt, chain[20000]->resolvedColor());
+    // A chain too long to follow is refused by name instead of reading as a broken alias.
+    try {
+        (void)chain[20000]->resolvedColor();
+        ADD_FAILURE() << "a chain of 20000 aliases resolved";
+    } catch (const AliasChainError& error) {
+        EXPECT_STREQ("The alias \u201clink19999\u201d leads through more than 256 aliases.", error.what());
+    }
+    EXPECT_THROW((void)chain[maximumAliasChainLength + 1]->resolvedColor(), AliasChainError);
+    EXPECT_EQ(grey(0.4), chain[maximumAliasChainLength]->resolvedColor()->lightVariant);
     EXPECT_EQ(grey(0.6), fan.back()->resolvedColor()->variant(ColorSource::darkHighContrast));
 }
 

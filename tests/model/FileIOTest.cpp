@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <pwd.h>
+#include <sys/stat.h>
 
 namespace tintwork {
 namespace {
@@ -50,6 +51,37 @@ TEST_F(FileIO, NamesTheFileInItsErrors) {
     writeFileBytes(folder_ / "plain", "x");
     EXPECT_EQ("The file \u201ccss\u201d couldn\u2019t be saved in the folder \u201cplain\u201d.",
               messageOf([&] { createDirectories(folder_ / "plain" / "css"); }));
+}
+
+TEST_F(FileIO, ReadsOnlyRegularFilesUpToTheSizeLimit) {
+    const auto refusal = [&](const fs::path& path) -> std::string {
+        try {
+            readFileBytes(path);
+        } catch (const FileRefusedError& error) {
+            return error.what();
+        }
+        return "not refused";
+    };
+    // Devices never end; a FIFO without a writer would block the open.
+    EXPECT_EQ("The file \u201czero\u201d couldn\u2019t be opened because it is not a regular file.",
+              refusal("/dev/zero"));
+    EXPECT_EQ("The file \u201curandom\u201d couldn\u2019t be opened because it is not a regular file.",
+              refusal("/dev/urandom"));
+    const fs::path fifo = folder_ / "pipe.tintwork";
+    ASSERT_EQ(0, ::mkfifo(fifo.c_str(), 0600));
+    EXPECT_EQ("The file \u201cpipe.tintwork\u201d couldn\u2019t be opened because it is not a regular file.",
+              refusal(fifo));
+
+    // Sparse files: their size is refused before a byte is read.
+    const fs::path large = folder_ / "large.json";
+    writeFileBytes(large, "");
+    fs::resize_file(large, maximumInputFileSize + 1);
+    EXPECT_EQ("The file \u201clarge.json\u201d couldn\u2019t be opened because it is larger than 1 GiB.",
+              refusal(large));
+    fs::resize_file(large, 4096);
+    EXPECT_EQ(std::string(4096, '\0'), readFileBytes(large));
+    // Files that report no size are still read in full.
+    EXPECT_NE(std::string::npos, readFileBytes("/proc/self/status").find("Name:"));
 }
 
 TEST(FileIOPaths, ExpandsTheHomeDirectory) {

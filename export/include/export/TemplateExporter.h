@@ -74,7 +74,8 @@ private:
 };
 
 // The file of a stock template: the "Templates" folder beside the running
-// executable, or the installed copy when that folder lacks the file.
+// executable, or the installed copy (share/tintwork/Templates, found relative to the
+// executable's folder) when that folder lacks the file.
 std::filesystem::path templateURL(std::string_view name);
 // The text of a stock template; FileError when it can't be read.
 std::string readStockTemplate(std::string_view name);

@@ -2,6 +2,7 @@
 // Plain file operations shared by the flows, exporters and importers. Failures
 // throw FileError, whose what() is the text shown after "Error building ".
 
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -14,7 +15,18 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// The whole file as bytes.
+// An input that is refused before any byte of it is read: not a regular file (a
+// folder's own error aside), or larger than maximumInputFileSize.
+class FileRefusedError : public FileError {
+public:
+    using FileError::FileError;
+};
+
+// The largest file any input (document, template, JSON, imported file) may have.
+inline constexpr std::uintmax_t maximumInputFileSize = std::uintmax_t{1} << 30;
+
+// The whole file as bytes. Only regular files of at most maximumInputFileSize bytes
+// are read; devices, FIFOs and sockets are refused without blocking.
 std::string readFileBytes(const std::filesystem::path& path);
 // Writes the bytes, replacing the file.
 void writeFileBytes(const std::filesystem::path& path, std::string_view bytes);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -79,6 +80,16 @@ struct OchreColorShadow {
     ColorSpace colorSpace = ColorSpace::sRGB;
 };
 
+// The longest chain of aliases that resolution follows.
+inline constexpr int maximumAliasChainLength = 256;
+
+// An alias whose chain of aliases is longer than maximumAliasChainLength. Its value
+// can't be known, so the flow that asked for it stops instead of leaving it out.
+class AliasChainError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 // A tagged tree node: exactly one payload is set, the one itemType names.
 class OchreColorProjectItem {
 public:
@@ -131,7 +142,8 @@ public:
     // The default reference gives the light variant (a broken one breaks the alias). Each
     // other variant comes from its own reference (that target's matching variant, else its
     // light one) or, unset or broken, from the default target's stored variant. Chains of
-    // aliases are followed; a cycle or a set index out of range is an empty reference.
+    // aliases are followed; a cycle or a set index out of range is an empty reference,
+    // and a chain longer than maximumAliasChainLength throws AliasChainError.
     // A whole-set alias gives setAliasMemberCount members named as its default target's.
     // A colour alias of automatic high contrast derives its high-contrast variants.
     std::optional<ThemeableColor> resolvedColor() const;
@@ -193,6 +205,9 @@ public:
     TestGroupPtr findTestGroup(const std::string& uuid) const;
     // Every item attached to the group, depth-first, descending into groups.
     std::vector<ProjectItemPtr> itemsForBuildGroup(const BuildGroup& group) const;
+    // itemsForBuildGroup for every build group at once, in one walk of the tree:
+    // groups that no item is attached to are absent.
+    std::unordered_map<const BuildGroup*, std::vector<ProjectItemPtr>> itemsByBuildGroup() const;
     // The chain of items from the top level down to the item (the item last); empty
     // when the item is not in the tree.
     std::vector<OchreColorProjectItem*> pathToItem(const OchreColorProjectItem& item) const;
