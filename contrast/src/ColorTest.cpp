@@ -211,10 +211,11 @@ private:
     std::unordered_map<long long, SharedText> others_;
 };
 
-// Forms the pairs of the items and compares each in every variant. `compare` gives
-// an optional Verdict for two prepared colours.
+// Forms the pairs of the items, compares each in every variant and hands each result
+// to `handle`. `compare` gives an optional Verdict for two prepared colours. One record
+// is reused for every comparison: its texts are shared, so filling it copies no text.
 template <typename Compare>
-std::vector<TestColorResult> comparePairs(const std::vector<ProjectItemPtr>& items, Compare&& compare) {
+void comparePairs(const std::vector<ProjectItemPtr>& items, const ComparisonHandler& handle, Compare&& compare) {
     std::vector<PreparedItem> prepared;
     prepared.reserve(items.size());
     for (const auto& item : items) {
@@ -237,16 +238,17 @@ std::vector<TestColorResult> comparePairs(const std::vector<ProjectItemPtr>& ite
         }
     }
 
-    std::vector<TestColorResult> results;
-    results.reserve(foregrounds.size() * backgrounds.size() * 4);
+    TestColorResult record;
     for (std::size_t index = 0; index < 4; ++index) {
-        const ColorSource source = allColorSources[index];
-        const SharedText sourceCSSId(std::string(colorSourceCSSId(source)));
+        record.source = allColorSources[index];
+        record.sourceCSSId = SharedText(std::string(colorSourceCSSId(record.source)));
         for (const PreparedItem* foreground : foregrounds) {
             const auto& foregroundColor = foreground->variants[index];
             if (!foregroundColor) {
                 continue;
             }
+            record.foregroundColorName = foreground->name;
+            record.foregroundCSSColorString = foregroundColor->cssText;
             for (const PreparedItem* background : backgrounds) {
                 const auto& backgroundColor = background->variants[index];
                 if (background == foreground || !backgroundColor) {
@@ -256,13 +258,14 @@ std::vector<TestColorResult> comparePairs(const std::vector<ProjectItemPtr>& ite
                 if (!verdict) {
                     continue;
                 }
-                results.push_back({foreground->name, foregroundColor->cssText, background->name,
-                                   backgroundColor->cssText, source, sourceCSSId, std::move(verdict->summary),
-                                   verdict->passed});
+                record.backgroundColorName = background->name;
+                record.backgroundCSSColorString = backgroundColor->cssText;
+                record.testResultSummary = std::move(verdict->summary);
+                record.passed = verdict->passed;
+                handle(record);
             }
         }
     }
-    return results;
 }
 
 std::string shortestDecimal(double value) {
@@ -276,7 +279,13 @@ std::string shortestDecimal(double value) {
 ColorTest::ColorTest(TestTask task, std::vector<ProjectItemPtr> items)
     : test(std::move(task)), testItems(std::move(items)) {}
 
-std::vector<TestColorResult> APCAColorTest::run() const {
+std::vector<TestColorResult> ColorTest::run() const {
+    std::vector<TestColorResult> results;
+    run([&results](const TestColorResult& result) { results.push_back(result); });
+    return results;
+}
+
+void APCAColorTest::run(const ComparisonHandler& handle) const {
     MessageCache messages;
     if (test.thresholdType == TestThresholdType::textSize) {
         const long long fontSize = test.minFontSize.value_or(18);
@@ -285,7 +294,7 @@ std::vector<TestColorResult> APCAColorTest::run() const {
         const std::string weightText(testFontWeightWord(weight));
         const int weightValue = testFontWeightValue(weight);
         const SharedText pass("Pass");
-        return comparePairs(testItems, [&](const PreparedColor& foreground, const PreparedColor& background) {
+        comparePairs(testItems, handle, [&](const PreparedColor& foreground, const PreparedColor& background) {
             const auto lc = pairLc(foreground, background);
             if (!lc) {
                 return std::optional<Verdict>();
@@ -299,10 +308,11 @@ std::vector<TestColorResult> APCAColorTest::run() const {
             });
             return std::optional<Verdict>(Verdict{message, false});
         });
+        return;
     }
 
     const long long minimum = test.threshold.value_or(40);
-    return comparePairs(testItems, [&](const PreparedColor& foreground, const PreparedColor& background) {
+    comparePairs(testItems, handle, [&](const PreparedColor& foreground, const PreparedColor& background) {
         const auto lc = pairLc(foreground, background);
         if (!lc) {
             return std::optional<Verdict>();
@@ -315,9 +325,9 @@ std::vector<TestColorResult> APCAColorTest::run() const {
     });
 }
 
-std::vector<TestColorResult> WCAGColorTest::run() const {
+void WCAGColorTest::run(const ComparisonHandler& handle) const {
     MessageCache messages;
-    return comparePairs(testItems, [&](const PreparedColor& foreground, const PreparedColor& background) {
+    comparePairs(testItems, handle, [&](const PreparedColor& foreground, const PreparedColor& background) {
         const auto ratio = pairRatio(foreground, background);
         if (!ratio) {
             return std::optional<Verdict>();
