@@ -37,9 +37,9 @@ struct PreparedItem {
     std::optional<PreparedColor> variants[4];
 };
 
-// The outcome of one comparison.
+// The outcome of one comparison. The message belongs to the test's message cache.
 struct Verdict {
-    SharedText summary;
+    const SharedText* summary = nullptr;
     bool passed = false;
 };
 
@@ -180,10 +180,12 @@ public:
         return std::llround(printed * 10) * 2 + (passed ? 1 : 0);
     }
 
+    // A message without a key is kept only until the next one is asked for.
     template <typename Make>
-    SharedText get(std::optional<long long> key, Make&& make) {
+    const SharedText& get(std::optional<long long> key, Make&& make) {
         if (!key) {
-            return SharedText(make());
+            unkeyed_ = SharedText(make());
+            return unkeyed_;
         }
         return get(*key, std::forward<Make>(make));
     }
@@ -209,11 +211,12 @@ private:
     static constexpr long long directKeys = 4096;
     std::vector<std::optional<SharedText>> direct_ = std::vector<std::optional<SharedText>>(directKeys);
     std::unordered_map<long long, SharedText> others_;
+    SharedText unkeyed_;
 };
 
 // Forms the pairs of the items, compares each in every variant and hands each result
-// to `handle`. `compare` gives an optional Verdict for two prepared colours. One record
-// is reused for every comparison: its texts are shared, so filling it copies no text.
+// to `handle`. `compare` gives an optional Verdict for two prepared colours. The texts
+// handed on are borrowed from the prepared items and the message cache.
 template <typename Compare>
 void comparePairs(const std::vector<ProjectItemPtr>& items, const ComparisonHandler& handle, Compare&& compare) {
     std::vector<PreparedItem> prepared;
@@ -238,31 +241,26 @@ void comparePairs(const std::vector<ProjectItemPtr>& items, const ComparisonHand
         }
     }
 
-    TestColorResult record;
     for (std::size_t index = 0; index < 4; ++index) {
-        record.source = allColorSources[index];
-        record.sourceCSSId = SharedText(std::string(colorSourceCSSId(record.source)));
+        const ColorSource source = allColorSources[index];
+        const SharedText sourceCSSId(std::string(colorSourceCSSId(source)));
         for (const PreparedItem* foreground : foregrounds) {
             const auto& foregroundColor = foreground->variants[index];
             if (!foregroundColor) {
                 continue;
             }
-            record.foregroundColorName = foreground->name;
-            record.foregroundCSSColorString = foregroundColor->cssText;
             for (const PreparedItem* background : backgrounds) {
                 const auto& backgroundColor = background->variants[index];
                 if (background == foreground || !backgroundColor) {
                     continue;
                 }
-                std::optional<Verdict> verdict = compare(*foregroundColor, *backgroundColor);
+                const std::optional<Verdict> verdict = compare(*foregroundColor, *backgroundColor);
                 if (!verdict) {
                     continue;
                 }
-                record.backgroundColorName = background->name;
-                record.backgroundCSSColorString = backgroundColor->cssText;
-                record.testResultSummary = std::move(verdict->summary);
-                record.passed = verdict->passed;
-                handle(record);
+                handle(TestColorComparison{foreground->name, foregroundColor->cssText, background->name,
+                                           backgroundColor->cssText, source, sourceCSSId, *verdict->summary,
+                                           verdict->passed});
             }
         }
     }
@@ -281,7 +279,7 @@ ColorTest::ColorTest(TestTask task, std::vector<ProjectItemPtr> items)
 
 std::vector<TestColorResult> ColorTest::run() const {
     std::vector<TestColorResult> results;
-    run([&results](const TestColorResult& result) { results.push_back(result); });
+    run([&results](const TestColorComparison& result) { results.push_back(result.record()); });
     return results;
 }
 
@@ -301,12 +299,12 @@ void APCAColorTest::run(const ComparisonHandler& handle) const {
             }
             const int required = apcaRequiredFontSize(std::fabs(roundedToOnePlace(*lc)), weightValue);
             if (fontSize >= required) {
-                return std::optional<Verdict>(Verdict{pass, true});
+                return std::optional<Verdict>(Verdict{&pass, true});
             }
             const SharedText& message = messages.get(required, [&] {
                 return apcaTextSizeMessage(fontSize, weightText, required, false);
             });
-            return std::optional<Verdict>(Verdict{message, false});
+            return std::optional<Verdict>(Verdict{&message, false});
         });
         return;
     }
@@ -319,9 +317,9 @@ void APCAColorTest::run(const ComparisonHandler& handle) const {
         }
         const double tested = std::fabs(roundedToOnePlace(*lc));
         const bool passed = tested > static_cast<double>(minimum);
-        SharedText message = messages.get(MessageCache::tenthsKey(tested, passed),
-                                          [&] { return apcaLuminosityMessage(tested, minimum, passed); });
-        return std::optional<Verdict>(Verdict{std::move(message), passed});
+        const SharedText& message = messages.get(MessageCache::tenthsKey(tested, passed),
+                                                 [&] { return apcaLuminosityMessage(tested, minimum, passed); });
+        return std::optional<Verdict>(Verdict{&message, passed});
     });
 }
 
@@ -334,9 +332,9 @@ void WCAGColorTest::run(const ComparisonHandler& handle) const {
         }
         const bool passed = wcagLevel(*ratio) < 2;
         const double printed = roundedToOnePlace(*ratio);
-        SharedText message =
+        const SharedText& message =
             messages.get(MessageCache::tenthsKey(printed, passed), [&] { return wcagMessage(printed, passed); });
-        return std::optional<Verdict>(Verdict{std::move(message), passed});
+        return std::optional<Verdict>(Verdict{&message, passed});
     });
 }
 

@@ -1,3 +1,4 @@
+#include <array>
 #include <nlohmann/json.hpp>
 
 #include "contrast/TestReports.h"
@@ -9,12 +10,21 @@ namespace {
 // Bytes gathered before they go to the stream: large writes, few calls.
 constexpr std::size_t flushSize = 1 << 20;
 
+// Bytes a JSON string can't hold as they are: control characters, quote, backslash,
+// and every byte of a multi-byte sequence (checked for valid UTF-8 on the slow path).
+constexpr auto needsCare = [] {
+    std::array<bool, 256> table{};
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+        table[byte] = byte < 0x20 || byte >= 0x80 || byte == '"' || byte == '\\';
+    }
+    return table;
+}();
+
 // Appends the text as a JSON string. Plain ASCII goes as it is; anything else through
 // nlohmann-json, which escapes and replaces invalid UTF-8 by U+FFFD instead of failing.
 void appendText(std::string& out, std::string_view value) {
     for (const char character : value) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte >= 0x80 || character == '"' || character == '\\') {
+        if (needsCare[static_cast<unsigned char>(character)]) {
             out += nlohmann::json(std::string(value)).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
             return;
         }
@@ -38,7 +48,17 @@ constexpr std::string_view groupMemberIndent = "    ";
 constexpr std::string_view taskIndent = "      ";
 constexpr std::string_view taskMemberIndent = "        ";
 constexpr std::string_view comparisonIndent = "          ";
-constexpr std::string_view comparisonMemberIndent = "            ";
+
+// What stands between the values of a comparison object, keys and indentation included.
+#define TINTWORK_MEMBER(name) ",\n            \"" name "\": "
+constexpr std::string_view firstComparisonKey = "{\n            \"foregroundColorName\": ";
+constexpr std::string_view comparisonKeys[] = {
+    TINTWORK_MEMBER("foregroundCSSColorString"), TINTWORK_MEMBER("backgroundColorName"),
+    TINTWORK_MEMBER("backgroundCSSColorString"), TINTWORK_MEMBER("source"),
+    TINTWORK_MEMBER("sourceCSSId"),              TINTWORK_MEMBER("testResultSummary"),
+    TINTWORK_MEMBER("passed"),
+};
+#undef TINTWORK_MEMBER
 
 }  // namespace
 
@@ -74,25 +94,24 @@ void JSONReportWriter::taskStarted(const std::string& testSummaryName) {
     comparisonsWritten_ = 0;
 }
 
-void JSONReportWriter::comparison(const TestColorResult& result) {
+void JSONReportWriter::comparison(const TestColorComparison& result) {
     buffer_ += comparisonsWritten_++ == 0 ? "[\n" : ",\n";
     buffer_ += comparisonIndent;
-    buffer_ += '{';
-    appendKey(buffer_, comparisonMemberIndent, "foregroundColorName", true);
+    buffer_ += firstComparisonKey;
     appendText(buffer_, result.foregroundColorName);
-    appendKey(buffer_, comparisonMemberIndent, "foregroundCSSColorString");
+    buffer_ += comparisonKeys[0];
     appendText(buffer_, result.foregroundCSSColorString);
-    appendKey(buffer_, comparisonMemberIndent, "backgroundColorName");
+    buffer_ += comparisonKeys[1];
     appendText(buffer_, result.backgroundColorName);
-    appendKey(buffer_, comparisonMemberIndent, "backgroundCSSColorString");
+    buffer_ += comparisonKeys[2];
     appendText(buffer_, result.backgroundCSSColorString);
-    appendKey(buffer_, comparisonMemberIndent, "source");
+    buffer_ += comparisonKeys[3];
     appendText(buffer_, colorSourceName(result.source));
-    appendKey(buffer_, comparisonMemberIndent, "sourceCSSId");
+    buffer_ += comparisonKeys[4];
     appendText(buffer_, result.sourceCSSId);
-    appendKey(buffer_, comparisonMemberIndent, "testResultSummary");
+    buffer_ += comparisonKeys[5];
     appendText(buffer_, result.testResultSummary);
-    appendKey(buffer_, comparisonMemberIndent, "passed");
+    buffer_ += comparisonKeys[6];
     buffer_ += result.passed ? "true\n" : "false\n";
     buffer_ += comparisonIndent;
     buffer_ += '}';

@@ -1,5 +1,7 @@
 #include "contrast/TestReports.h"
 
+#include <array>
+
 namespace tintwork {
 
 namespace {
@@ -54,6 +56,16 @@ bool allowedInXML(char32_t codePoint) {
            (codePoint >= 0xE000 && codePoint <= 0xFFFD) || (codePoint >= 0x10000 && codePoint <= 0x10FFFF);
 }
 
+// Bytes an attribute value can't hold as they are: markup characters, control
+// characters, and every byte of a multi-byte sequence (checked for valid UTF-8).
+constexpr auto needsCare = [] {
+    std::array<bool, 256> table{};
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+        table[byte] = byte < 0x20 || byte >= 0x7F || byte == '&' || byte == '<' || byte == '>' || byte == '"';
+    }
+    return table;
+}();
+
 void appendCount(std::string& out, std::string_view attribute, long long count) {
     out += ' ';
     out += attribute;
@@ -67,8 +79,17 @@ void appendCount(std::string& out, std::string_view attribute, long long count) 
 void appendXMLAttributeText(std::string& out, std::string_view text) {
     std::size_t index = 0;
     while (index < text.size()) {
-        const char character = text[index];
-        switch (character) {
+        // Plain printable ASCII goes as one run.
+        std::size_t plain = index;
+        while (plain < text.size() && !needsCare[static_cast<unsigned char>(text[plain])]) {
+            ++plain;
+        }
+        out.append(text.substr(index, plain - index));
+        index = plain;
+        if (index == text.size()) {
+            break;
+        }
+        switch (text[index]) {
             case '&': out += "&amp;"; ++index; continue;
             case '<': out += "&lt;"; ++index; continue;
             case '>': out += "&gt;"; ++index; continue;
@@ -119,7 +140,7 @@ void JUnitReportWriter::taskStarted(const std::string& testSummaryName) {
     appendXMLAttributeText(className_, testSummaryName);
 }
 
-void JUnitReportWriter::comparison(const TestColorResult& result) {
+void JUnitReportWriter::comparison(const TestColorComparison& result) {
     buffer_ += "    <testcase classname=\"";
     buffer_ += className_;
     buffer_ += "\" name=\"";

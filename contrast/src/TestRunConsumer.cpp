@@ -30,7 +30,7 @@ void TestRunConsumers::taskStarted(const std::string& testSummaryName) {
     }
 }
 
-void TestRunConsumers::comparison(const TestColorResult& result) {
+void TestRunConsumers::comparison(const TestColorComparison& result) {
     for (TestRunConsumer* consumer : consumers_) {
         consumer->comparison(result);
     }
@@ -62,8 +62,8 @@ void TestResultCollector::taskStarted(const std::string& testSummaryName) {
     results.back().tests.push_back(ColorTestResult{testSummaryName, {}});
 }
 
-void TestResultCollector::comparison(const TestColorResult& result) {
-    results.back().tests.back().testColors.push_back(result);
+void TestResultCollector::comparison(const TestColorComparison& result) {
+    results.back().tests.back().testColors.push_back(result.record());
 }
 
 void TestResultCollector::groupFinished(const ColorTestGroupResult& group, const TestCounts& /*counts*/) {
@@ -98,7 +98,7 @@ void replayResults(const std::vector<ColorTestGroupResult>& results, TestRunCons
         for (const auto& test : group.tests) {
             consumer.taskStarted(test.testSummaryName);
             for (const auto& comparison : test.testColors) {
-                consumer.comparison(comparison);
+                consumer.comparison(TestColorComparison::of(comparison));
             }
             consumer.taskFinished();
         }

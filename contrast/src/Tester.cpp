@@ -35,11 +35,11 @@ TestCounts runTasks(const TestGroup& group, const std::vector<ProjectItemPtr>& t
     for (const auto& task : group.tests) {
         const auto test = makeColorTest(task, testItems);
         if (consumer == nullptr) {
-            test->run([&counts](const TestColorResult& result) { ++(result.passed ? counts.passed : counts.failed); });
+            test->run([&counts](const TestColorComparison& result) { ++(result.passed ? counts.passed : counts.failed); });
             continue;
         }
         consumer->taskStarted(task.name);
-        test->run([&counts, consumer](const TestColorResult& result) {
+        test->run([&counts, consumer](const TestColorComparison& result) {
             ++(result.passed ? counts.passed : counts.failed);
             consumer->comparison(result);
         });

@@ -17,8 +17,8 @@
 
 namespace tintwork {
 
-// Receives each comparison of a test as it is made; the record lives only for the call.
-using ComparisonHandler = std::function<void(const TestColorResult&)>;
+// Receives each comparison of a test as it is made.
+using ComparisonHandler = std::function<void(const TestColorComparison&)>;
 
 class ColorTest {
 public:

@@ -19,7 +19,7 @@ public:
     bool wantsCountsFirst() const override { return true; }
     void groupStarted(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void taskStarted(const std::string& testSummaryName) override;
-    void comparison(const TestColorResult& result) override;
+    void comparison(const TestColorComparison& result) override;
     void taskFinished() override;
     void groupFinished(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void runFinished(const TestCounts& totals) override;
@@ -45,7 +45,7 @@ public:
     void runStarted(const TestCounts& totals) override;
     void groupStarted(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void taskStarted(const std::string& testSummaryName) override;
-    void comparison(const TestColorResult& result) override;
+    void comparison(const TestColorComparison& result) override;
     void groupFinished(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void runFinished(const TestCounts& totals) override;
 

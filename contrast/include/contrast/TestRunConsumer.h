@@ -32,8 +32,8 @@ public:
     // `group.tests` is always empty.
     virtual void groupStarted(const ColorTestGroupResult& /*group*/, const TestCounts& /*counts*/) {}
     virtual void taskStarted(const std::string& /*testSummaryName*/) {}
-    // One comparison, in result order. The record lives only for the call.
-    virtual void comparison(const TestColorResult& /*result*/) {}
+    // One comparison, in result order; its texts are borrowed for the call.
+    virtual void comparison(const TestColorComparison& /*result*/) {}
     virtual void taskFinished() {}
     // The group ends, with its summaries and counts; `group.tests` is empty.
     virtual void groupFinished(const ColorTestGroupResult& /*group*/, const TestCounts& /*counts*/) {}
@@ -50,7 +50,7 @@ public:
     void runStarted(const TestCounts& totals) override;
     void groupStarted(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void taskStarted(const std::string& testSummaryName) override;
-    void comparison(const TestColorResult& result) override;
+    void comparison(const TestColorComparison& result) override;
     void taskFinished() override;
     void groupFinished(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void runFinished(const TestCounts& totals) override;
@@ -64,7 +64,7 @@ class TestResultCollector final : public TestRunConsumer {
 public:
     void groupStarted(const ColorTestGroupResult& group, const TestCounts& counts) override;
     void taskStarted(const std::string& testSummaryName) override;
-    void comparison(const TestColorResult& result) override;
+    void comparison(const TestColorComparison& result) override;
     void groupFinished(const ColorTestGroupResult& group, const TestCounts& counts) override;
 
     std::vector<ColorTestGroupResult> results;
