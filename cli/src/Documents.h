@@ -1,5 +1,5 @@
 #pragma once
-// Loading the document a flow works on.
+// Reading documents, shared by the flows of both executables.
 
 #include <filesystem>
 #include <memory>
@@ -8,7 +8,7 @@
 
 namespace tintwork {
 
-// Reads and parses a document. Read and parse failures are thrown to the flow.
+// Reads and parses a document, named after its file. Read and parse failures throw.
 std::shared_ptr<OchreColorProject> loadDocument(const std::filesystem::path& path);
 
 }  // namespace tintwork

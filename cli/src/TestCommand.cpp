@@ -127,13 +127,13 @@ ReportFile openReport(const std::string& path) {
 int runTestCommand(const TestCommandOptions& options, std::ostream& out, std::ostream& /*err*/) {
     ConsoleLines console(out, options.failures);
     try {
-        const auto project = loadDocument(std::filesystem::path(options.documentPath));
+        const auto project = loadDocument(std::filesystem::path(options.document));
         std::vector<ReportFile> reports;
-        if (options.reportPath) {
-            reports.push_back(openReport<JSONReportWriter>(*options.reportPath));
+        if (options.report) {
+            reports.push_back(openReport<JSONReportWriter>(*options.report));
         }
-        if (options.junitPath) {
-            reports.push_back(openReport<JUnitReportWriter>(*options.junitPath));
+        if (options.junit) {
+            reports.push_back(openReport<JUnitReportWriter>(*options.junit));
         }
 
         std::vector<TestRunConsumer*> consumers{&console};
