@@ -206,7 +206,8 @@ TEST(TestCommand, JUnitReportCountsEveryComparison) {
     EXPECT_NE(xml.find("  <testsuite name=\"Buttons\" tests=\"4\" failures=\"0\">\n"), std::string::npos);
     EXPECT_EQ(occurrences(xml, "<testcase "), 40u);
     EXPECT_EQ(occurrences(xml, "<failure "), 15u);
-    EXPECT_TRUE(xml.ends_with("    </testcase>\n  </testsuite>\n</testsuites>\n")) << xml.substr(xml.size() - 100);
+    EXPECT_TRUE(xml.ends_with("name=\"Label on Brand (dark-high-contrast)\"/>\n  </testsuite>\n</testsuites>\n"))
+        << xml.substr(xml.size() - 100);
 }
 
 TEST(TestCommand, JUnitReportIsValidJUnitXML) {
