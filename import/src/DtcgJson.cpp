@@ -81,7 +81,7 @@ void checkDepth(std::string_view text) {
 // so the pointers on the stack stay valid.
 class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
 public:
-    TreeBuilder() = default;
+    explicit TreeBuilder(std::string_view source) : text(source) {}
 
     bool null() override { return add(JsonValue{}); }
     bool boolean(bool value) override {
@@ -122,12 +122,17 @@ public:
         stack.pop_back();
         return true;
     }
-    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& error) override {
+    bool parse_error(std::size_t position, const std::string& lastToken, const nlohmann::detail::exception& error) override {
         // The library's text starts with its own exception tag, which says nothing to a user.
         std::string detail = error.what();
         if (std::size_t tagEnd = detail.find("] "); !detail.empty() && detail.front() == '[' &&
                                                     tagEnd != std::string::npos) {
             detail.erase(0, tagEnd + 2);
+        }
+        // Syntax errors name their place; a number out of range does not.
+        if (detail.find(" line ") == std::string::npos) {
+            const std::size_t start = position > lastToken.size() ? position - lastToken.size() : 0;
+            detail = lineAndColumn(text, start) + ": " + detail;
         }
         throw JsonSyntaxError(detail);
     }
@@ -167,6 +172,7 @@ private:
         return true;
     }
 
+    std::string_view text;
     std::vector<JsonValue*> stack;
     std::string pendingKey;
 };
@@ -175,7 +181,7 @@ private:
 
 JsonValue parseJson(std::string_view text) {
     checkDepth(text);
-    TreeBuilder builder;
+    TreeBuilder builder(text);
     try {
         nlohmann::json::sax_parse(text, &builder);
     } catch (const nlohmann::json::exception& error) {
