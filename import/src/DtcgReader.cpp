@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iostream>
 #include <set>
 #include <unordered_set>
 #include <utility>
@@ -251,6 +252,8 @@ void Reader::warn(std::size_t file, const std::string& text) const {
     const std::string line = "warning: " + files_[file].name + ": " + text;
     if (options_.diagnostics) {
         options_.diagnostics(line);
+    } else {
+        std::cout << line << '\n';
     }
 }
 
