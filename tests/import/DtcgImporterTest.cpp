@@ -70,10 +70,6 @@ int countItems(const OchreColorProjectItem& item, std::initializer_list<ProjectI
     return count;
 }
 
-int countColors(const OchreColorProjectItem& item) {
-    return countItems(item, {ProjectItemType::color, ProjectItemType::colorAlias});
-}
-
 void expectColor(const OchreColorProjectItem* item, ColorEncoding encoding, double red, double green, double blue,
                  double alpha = 1.0, double tolerance = 1e-9) {
     ASSERT_NE(item, nullptr);
@@ -84,16 +80,6 @@ void expectColor(const OchreColorProjectItem* item, ColorEncoding encoding, doub
     EXPECT_NEAR(color->lightVariant.green(), green, tolerance) << item->name;
     EXPECT_NEAR(color->lightVariant.blue(), blue, tolerance) << item->name;
     EXPECT_NEAR(color->lightVariant.alpha(), alpha, tolerance) << item->name;
-}
-
-std::string messageOf(const std::string& text) {
-    try {
-        importJson(text, true);
-    } catch (const ImportSourceError& error) {
-        EXPECT_EQ(error.source, "tokens.json");
-        return error.what();
-    }
-    return "(no error)";
 }
 
 TEST(DtcgImporter, KeepsFileOrderAndNamesGroupsAfterTheirKeys) {
