@@ -91,7 +91,13 @@ std::vector<ProjectItemPtr> DtcgImporter::importAll(const std::vector<std::files
     }
     dtcg::Reader reader(options);
     for (const std::filesystem::path& source : sources) {
-        reader.addFile(source, readFileBytes(source));
+        std::string text;
+        try {
+            text = readFileBytes(source);
+        } catch (const FileError& error) {
+            throw ImportSourceError(source, error.what());
+        }
+        reader.addFile(source, text);
     }
     // Files of one appearance each stand alone; otherwise references reach across files.
     reader.resolve(slots.empty());

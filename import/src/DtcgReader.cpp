@@ -238,6 +238,21 @@ bool isAlias(const OchreColorProjectItem& item) {
     return aliasReferences(const_cast<OchreColorProjectItem&>(item)) != nullptr;
 }
 
+// The plain item an alias ends at for one appearance. Aliases point at plain items only:
+// a document stores no identifier for an alias, so an alias of an alias would not survive
+// being written and read back.
+OchreColorProjectItem* plainTarget(OchreColorProjectItem* item, ColorSource slot) {
+    for (int hop = 0; item != nullptr && hop < 64; ++hop) {
+        OchreColorProjectItem** references = aliasReferences(*item);
+        if (references == nullptr) {
+            return item;
+        }
+        OchreColorProjectItem* next = references[slotIndex(slot)];
+        item = next != nullptr ? next : references[0];
+    }
+    return nullptr;
+}
+
 }  // namespace
 
 Reader::Reader(ImportOptions options) : options_(std::move(options)) {}
@@ -873,7 +888,11 @@ void Reader::buildItem(std::size_t index) {
             countSkipped(std::string(tokenTypeName(*token.type)));
             return;
         }
-        OchreColorProjectItem* referenced = target.item.get();
+        OchreColorProjectItem* referenced = plainTarget(target.item.get(), ColorSource::light);
+        if (referenced == nullptr) {
+            dropToken(token, "references " + target.path + ", which could not be read");
+            return;
+        }
         auto makeSetAlias = [&](auto alias) {
             alias.aliasTypes[0] = AliasSetType::item(referenced->uuid);
             alias.referencedProjectItems[0] = referenced;
@@ -1182,7 +1201,7 @@ void Reader::mergeGroups(OchreColorProjectItem& base, OchreColorProjectItem& var
         OchreColorProjectItem* const* references = aliasReferences(*pair.variant);
         OchreColorProjectItem* target = nullptr;
         if (references != nullptr && references[0] != nullptr) {
-            target = counterpart(references[0], baseFile, basePrefix, variantFile, variantPrefix);
+            target = plainTarget(counterpart(references[0], baseFile, basePrefix, variantFile, variantPrefix), slot);
         }
         if (target == nullptr) {
             if (makePlain(*pair.base)) {
