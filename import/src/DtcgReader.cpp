@@ -16,6 +16,8 @@ namespace {
 
 // References inside one value are followed this deep; a longer chain is a failure.
 constexpr std::size_t maxExpansionDepth = 32;
+// References inside one token's value may bring in this many JSON values.
+constexpr std::size_t maxExpandedValues = 100'000;
 // $extends may copy this many JSON values in one file before the file is refused.
 constexpr std::size_t maxExtendedValues = 2'000'000;
 
@@ -826,6 +828,11 @@ std::optional<JsonValue> Reader::expandReferences(const Token& token, const Json
         }
         return expandReferences(token, *node, depth + 1, issues);
     }
+    if (expansionBudget_ == 0) {
+        issues.fail("$value: references bring in more than " + std::to_string(maxExpandedValues) + " values");
+        return std::nullopt;
+    }
+    --expansionBudget_;
     JsonValue copy;
     copy.kind = value.kind;
     copy.boolean = value.boolean;
@@ -942,10 +949,18 @@ void Reader::buildItem(std::size_t index) {
         countSkipped(token.unknownType);
         return;
     }
+    if (!isImportedType(*token.type) && !options_.strict) {
+        countSkipped(std::string(tokenTypeName(*token.type)));
+        return;
+    }
     Issues issues;
     std::optional<JsonValue> expanded;
     const JsonValue* value = token.literal;
     if (containsReference(*value)) {
+        // Values reached inside this one share its budget.
+        if (nesting_ == 0) {
+            expansionBudget_ = maxExpandedValues;
+        }
         expanded = expandReferences(token, *value, 0, issues);
         if (!expanded) {
             report(token, issues);

@@ -130,6 +130,8 @@ private:
     bool acrossFiles_ = false;
     // How many value references are being followed inside one another.
     std::size_t nesting_ = 0;
+    // How many more values the references of the current token may bring in.
+    std::size_t expansionBudget_ = 0;
     std::unordered_map<const OchreColorProjectItem*, std::size_t> tokenOfItem_;
     // Items taken out of the tree by a merge, kept alive until finish() so that
     // aliases that still point at them can be made plain.
