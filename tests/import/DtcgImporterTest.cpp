@@ -389,3 +389,87 @@ TEST(DtcgImporter, TheKindTableReadsSeveralFilesIntoOneGroupPerFile) {
 
 }  // namespace
 }  // namespace tintwork
+
+namespace tintwork {
+namespace {
+
+// Writes each text to a file in a fresh folder and imports them all with `modes`.
+std::vector<ProjectItemPtr> importModes(const std::vector<std::string>& texts, std::vector<std::string> modes,
+                                        std::vector<std::string>& warnings) {
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "dtcg-modes-test";
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    std::vector<std::filesystem::path> paths;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        paths.push_back(folder / (modes[i] + ".json"));
+        std::ofstream(paths.back()) << texts[i];
+    }
+    ImportOptions options;
+    options.modes = std::move(modes);
+    options.diagnostics = [&](std::string_view line) { warnings.emplace_back(line); };
+    std::vector<ProjectItemPtr> groups = DtcgImporter::importAll(paths, options);
+    std::filesystem::remove_all(folder);
+    return groups;
+}
+
+TEST(DtcgImporter, ModesFillTheLightFilesVariantsByTokenPath) {
+    std::vector<std::string> warnings;
+    std::vector<ProjectItemPtr> groups = importModes(
+        {R"json({"c": {"$type": "color", "bg": {"$value": "#ffffff"}, "fg": {"$value": "{c.bg}"},
+                 "ink": {"$value": "{c.bg}"}, "size": {"$type": "number", "$value": 1}}})json",
+         R"json({"c": {"$type": "color", "bg": {"$value": "#000000"}, "fg": {"$value": "{c.bg}"},
+                 "ink": {"$value": "#ff0000"}, "size": {"$type": "number", "$value": 2},
+                 "only-dark": {"$value": "#00ff00"}}})json",
+         R"json({"c": {"$type": "color", "bg": {"$value": "#eeeeee"}}})json"},
+        {"light", "dark", "high-contrast"}, warnings);
+    ASSERT_EQ(groups.size(), 1u);
+    EXPECT_EQ(groups[0]->name, "DTCG Import - light.json");
+    const OchreColorProjectItem& c = *at(*groups[0], "c");
+    EXPECT_EQ(childNames(c), (std::vector<std::string>{"bg", "fg", "ink", "size"}));
+    const OchreColorItem& bg = *at(c, "bg")->color;
+    EXPECT_EQ(bg.appearanceType, AppearanceType::lightDarkHighContrast);
+    EXPECT_EQ(bg.color.darkVariant->red(), 0.0);
+    EXPECT_NEAR(bg.color.lightVariantHighContrast->red(), 0xee / 255.0, 1e-12);
+    // An alias in both files stays an alias and follows its dark target.
+    const OchreColorProjectItem* fg = at(c, "fg");
+    ASSERT_EQ(fg->itemType, ProjectItemType::colorAlias);
+    EXPECT_EQ(fg->colorAlias->referencedProjectItems[2], at(c, "bg"));
+    EXPECT_EQ(fg->resolvedColor()->darkVariant->red(), 0.0);
+    // An alias whose dark value is a plain colour becomes a plain colour with both.
+    const OchreColorProjectItem* ink = at(c, "ink");
+    ASSERT_EQ(ink->itemType, ProjectItemType::color);
+    EXPECT_EQ(ink->color->color.lightVariant.red(), 1.0);
+    EXPECT_EQ(ink->color->color.darkVariant->red(), 1.0);
+    EXPECT_EQ(ink->color->color.darkVariant->green(), 0.0);
+    EXPECT_EQ(at(c, "size")->number->value.darkVariant, 2.0);
+    EXPECT_EQ(warnings, std::vector<std::string>{
+                            "warning: dark.json: 1 token has no counterpart in the base file and was left out"});
+}
+
+TEST(DtcgImporter, OlderFilesAndLenientReadingOfBrokenRules) {
+    // Early drafts wrote "value" and "type" without "$"; references worked the same.
+    Imported early = importJson(R"json({"brand": {"gold": {"value": "#f59f00", "type": "color"}},
+        "text": {"value": "{brand.gold}", "type": "color"}, "font": {"value": "Inter", "type": "font"}})json");
+    expectColor(at(*early.root, "text"), ColorEncoding::sRGB, 0xf5 / 255.0, 0x9f / 255.0, 0);
+    EXPECT_EQ(at(*early.root, "font")->string->value.lightVariant, "Inter");
+    EXPECT_TRUE(early.warnings.empty());
+
+    // A circular $extends is ignored with a warning; the groups keep their own tokens.
+    Imported circular = importJson(R"json({"a": {"$extends": "{b}", "x": {"$type": "number", "$value": 1}},
+                                           "b": {"$extends": "{a}", "y": {"$type": "number", "$value": 2}}})json");
+    EXPECT_EQ(childNames(*at(*circular.root, "b")), std::vector<std::string>{"y"});
+    EXPECT_EQ(childNames(*at(*circular.root, "a")), (std::vector<std::string>{"y", "x"}));
+    EXPECT_EQ(circular.warnings, std::vector<std::string>{"warning: tokens.json: b: $extends: circular chain of "
+                                                          "$extends through a; $extends ignored"});
+
+    // Out-of-range components still read; a JSON pointer may index an array.
+    Imported loose = importJson(R"json({"c": {"$type": "color",
+        "over": {"$value": {"colorSpace": "hsl", "components": [400, 120, 50]}},
+        "picked": {"$value": {"colorSpace": "srgb", "components": [{"$ref": "#/list/$value/1"}, 0, 0]}}},
+        "list": {"$type": "cubicBezier", "$value": [0, 0.5, 1, 1]}})json");
+    ASSERT_NE(at(*loose.root, "c/over"), nullptr);
+    expectColor(at(*loose.root, "c/picked"), ColorEncoding::sRGB, 0.5, 0, 0);
+}
+
+}  // namespace
+}  // namespace tintwork
