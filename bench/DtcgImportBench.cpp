@@ -128,7 +128,7 @@ int main(int argc, char** argv) {
     writeSettings(settings);
 
     int failures = 0;
-    std::printf("%-30s %12s %12s %14s\n", "case", "file (KB)", "wall (s)", "peak RSS (MB)");
+    std::printf("%-24s %10s %10s %10s %14s\n", "case", "file (KB)", "wall (s)", "CPU (s)", "peak RSS (MB)");
     for (int tokens : sizes) {
         struct Case {
             const char* name;
@@ -145,13 +145,13 @@ int main(int argc, char** argv) {
                                         "--tokens-format", c.format, "-o", output.string()},
                                        output / "run.log");
             if (!result.succeeded) {
-                std::printf("%-30s failed: %s\n", name.c_str(), result.output.c_str());
+                std::printf("%-24s failed: %s\n", name.c_str(), result.output.c_str());
                 ++failures;
                 continue;
             }
-            std::printf("%-30s %12.0f %12.3f %14.1f\n", name.c_str(),
+            std::printf("%-24s %10.0f %10.3f %10.3f %14.1f\n", name.c_str(),
                         static_cast<double>(std::filesystem::file_size(json)) / 1024.0, result.seconds,
-                        static_cast<double>(result.peakKilobytes) / 1024.0);
+                        result.cpuSeconds, static_cast<double>(result.peakKilobytes) / 1024.0);
         }
     }
     std::filesystem::remove_all(folder);
