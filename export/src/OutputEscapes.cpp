@@ -216,7 +216,11 @@ std::string lessEscapedString(std::string_view text) {
     const char quote = text.find('"') == std::string_view::npos ? '"' : '\'';
     for (std::size_t index = 0; index < text.size(); ++index) {
         const auto character = static_cast<unsigned char>(text[index]);
-        if (character == '@' && index + 1 < text.size() && text[index + 1] == '{') {
+        if (character == '\\' && index + 1 < text.size() && !isControl(static_cast<unsigned char>(text[index + 1]))) {
+            // An escape of the CSS text (such as \' inside a CSS string) passes as it is.
+            body += text.substr(index, 2);
+            ++index;
+        } else if (character == '@' && index + 1 < text.size() && text[index + 1] == '{') {
             body += cssHexEscape(character);
         } else if (character == static_cast<unsigned char>(quote) || isControl(character)) {
             body += cssHexEscape(character == 0 ? 0xFFFD : character);
