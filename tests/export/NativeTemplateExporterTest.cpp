@@ -6,6 +6,7 @@
 #include "ExportTestDocument.h"
 #include "NativeConsumers.h"
 #include "export/AndroidComposeExporter.h"
+#include "export/AndroidResourceExporter.h"
 #include "export/MetalExporter.h"
 #include "export/OpenGLExporter.h"
 #include "export/SwiftEnumExporter.h"
@@ -264,6 +265,21 @@ TEST(NativeTemplates, AwkwardValuesStillGiveValidSources) {
               std::string::npos);
     EXPECT_NE(metalText.find(R"(/* closing: ends "# raw, """ and \x5c#(x) *\x2f \x5c */)"), std::string::npos);
     expectParses("kotlin", kotlin);
+    // Android resources: quotes, backslashes and control characters (NUL included) escaped.
+    const auto resources = make(AndroidResourceExporter(project), BuildFileType::androidResource);
+    EXPECT_EQ(readText(resources).find('\0'), std::string::npos);
+    if (hasTool("aapt")) {
+        std::filesystem::create_directories(folder / "res" / "values");
+        std::filesystem::copy_file(resources, folder / "res" / "values" / "tokens.xml",
+                                   std::filesystem::copy_options::overwrite_existing);
+        writeText(folder / "AndroidManifest.xml",
+                  "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+                  "<manifest xmlns:android=\"http://schemas.android.com/apk/res/android\" package=\"com.example\"/>\n");
+        const ToolResult packaged = runTool("aapt package -f -M " + shellQuoted((folder / "AndroidManifest.xml").string()) +
+                                            " -S " + shellQuoted((folder / "res").string()) + " -F " +
+                                            shellQuoted((folder / "tokens.apk").string()));
+        EXPECT_EQ(packaged.status, 0) << packaged.output;
+    }
     for (const SwiftExportType type : {SwiftExportType::swiftUI, SwiftExportType::uiKit, SwiftExportType::appKit}) {
         const BuildTask buildTask = task("Awkward", BuildFileType::swiftUIEnum, "Awkward" + std::to_string(static_cast<int>(type)),
                                          BuildNameTransform::camelCase);
