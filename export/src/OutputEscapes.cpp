@@ -264,7 +264,10 @@ std::string swiftStringLiteral(std::string_view value) {
 }
 
 std::string kotlinStringLiteral(std::string_view value) {
-    bool raw = value.find("\"\"\"") == std::string_view::npos && (value.empty() || value.back() != '"');
+    // A raw string cannot hold """; a quote just before the end would join the closing
+    // delimiter, and some readers take a backslash there for an escape of it.
+    bool raw = value.find("\"\"\"") == std::string_view::npos &&
+               (value.empty() || (value.back() != '"' && value.back() != '\\'));
     for (std::size_t index = 0; index < value.size() && raw; ++index) {
         raw = !isControl(static_cast<unsigned char>(value[index]));
     }

@@ -215,6 +215,7 @@ std::vector<ProjectItemPtr> awkwardItems() {
     OchreColorString closing;
     closing.value.lightVariant = "ends \"# raw, \"\"\" and \\#(x) */ \\";
     closing.value.darkVariant = std::string("line\nfeed, tab\t, nul ") + '\0' + " end\"";
+    closing.value.lightVariantHighContrast = "C:\\";
     OchreColorBoolean off;
     off.value.lightVariant = false;
     OchreColorSet emptySet;
@@ -263,6 +264,7 @@ TEST(NativeTemplates, AwkwardValuesStillGiveValidSources) {
         << readText(kotlin);
     EXPECT_NE(readText(kotlin).find(R"(val closingDark: String = "line\nfeed, tab\t, nul \u0000 end\"")"),
               std::string::npos);
+    EXPECT_NE(readText(kotlin).find(R"(val closingHighContrast: String = "C:\\")"), std::string::npos);
     EXPECT_NE(metalText.find(R"(/* closing: ends "# raw, """ and \x5c#(x) *\x2f \x5c */)"), std::string::npos);
     expectParses("kotlin", kotlin);
     // Android resources: quotes, backslashes and control characters (NUL included) escaped.
@@ -290,6 +292,7 @@ TEST(NativeTemplates, AwkwardValuesStillGiveValidSources) {
         EXPECT_NE(readText(swift).find(R"(public static let closing: String = "ends \"# raw, \"\"\" and \\#(x) */ \\")"),
                   std::string::npos)
             << readText(swift);
+        EXPECT_NE(readText(swift).find(R"(public static let closingHighContrast: String = #"C:\"#)"), std::string::npos);
         EXPECT_NE(readText(swift).find(R"(public static let closingDark: String = "line\nfeed, tab\t, nul \0 end\"")"),
                   std::string::npos);
         expectParses("swift", swift);

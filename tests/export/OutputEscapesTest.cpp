@@ -73,9 +73,10 @@ TEST(OutputEscapes, SwiftUsesRawStringsUnlessTheValueWouldEndOrEscapeThem) {
 
 TEST(OutputEscapes, KotlinUsesRawStringsUnlessTheValueWouldEndThem) {
     EXPECT_EQ(kotlinStringLiteral("Inter"), "\"\"\"Inter\"\"\"");
-    EXPECT_EQ(kotlinStringLiteral("100% $x \\"), "\"\"\"100% ${'$'}x \\\"\"\"");
+    EXPECT_EQ(kotlinStringLiteral("100% $x \\ y"), "\"\"\"100% ${'$'}x \\ y\"\"\"");
     EXPECT_EQ(kotlinStringLiteral("a\"\"\"b"), "\"a\\\"\\\"\\\"b\"");
     EXPECT_EQ(kotlinStringLiteral("ends \""), "\"ends \\\"\"");
+    EXPECT_EQ(kotlinStringLiteral("C:\\"), "\"C:\\\\\"");
     EXPECT_EQ(kotlinStringLiteral("$a\nb" + nul), "\"\\$a\\nb\\u0000\"");
 }
 
