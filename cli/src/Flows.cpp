@@ -1,29 +1,28 @@
 // The build, test and import-and-build flows. Each loads its document, runs the
 // work and turns the outcome into console lines and an exit status.
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <ostream>
 
+#include "Documents.h"
+#include "cli/Commands.h"
 #include "cli/Driver.h"
 #include "colour/FatalError.h"
-#include "contrast/Tester.h"
 #include "export/Builder.h"
 #include "file/OchreColorFileReader.h"
 #include "model/FileIO.h"
 
 namespace tintwork {
 
-namespace {
-
-// Reads and parses a document. Read and parse failures are thrown to the flow.
 std::shared_ptr<OchreColorProject> loadDocument(const std::filesystem::path& path) {
     const std::string bytes = readFileBytes(path);
     auto project = OchreColorFileReader().read(bytes);
     project->name = path.stem().string();
     return project;
 }
+
+namespace {
 
 std::vector<std::string> allBuildGroups(const OchreColorProject& project) {
     std::vector<std::string> uuids;
@@ -40,19 +39,16 @@ Builder makeBuilder(std::shared_ptr<OchreColorProject> project, const std::files
     return Builder(std::move(project), documentURL, "", std::move(groups), true, outputFolder);
 }
 
-// The highest exit status a process can report; a count above it must not wrap to a pass.
-constexpr long long maximumExitStatus = 255;
-
 // Runs the steps of a build flow and reports its outcome: the first error ends
 // the flow with its text; program faults pass on to the driver.
 template <typename Steps>
-int reportBuild(std::ostream& out, Steps&& steps) {
+int reportBuild(std::ostream& out, std::ostream& err, Steps&& steps) {
     try {
         steps();
     } catch (const FatalError&) {
         throw;
     } catch (const std::exception& error) {
-        out << "Error building " << error.what() << '\n';
+        err << "Error building " << error.what() << '\n';
         return exitFailure;
     }
     out << "Build Completed Successfully\n";
@@ -61,8 +57,9 @@ int reportBuild(std::ostream& out, Steps&& steps) {
 
 }  // namespace
 
-int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out) {
-    return reportBuild(out, [&] {
+int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out,
+             std::ostream& err) {
+    return reportBuild(out, err, [&] {
         const std::filesystem::path documentURL(documentPath);
         Builder builder = makeBuilder(loadDocument(documentURL), documentURL, outputFolder);
         builder.buildAll();
@@ -70,45 +67,22 @@ int runBuild(const std::string& documentPath, const std::optional<std::string>& 
 }
 
 int runImportedBuild(const std::string& jsonPath, const std::string& settingsPath,
-                     const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out) {
-    return reportBuild(out, [&] {
+                     const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out,
+                     std::ostream& err, const TokenReader& readTokens) {
+    return reportBuild(out, err, [&] {
         const std::filesystem::path settingsURL(settingsPath);
         Builder builder = makeBuilder(loadDocument(settingsURL), settingsURL, outputFolder);
-        builder.importColors(std::filesystem::path(jsonPath), autoHighContrast);
+        if (readTokens) {
+            builder.replaceItems(readTokens(std::filesystem::path(jsonPath)), autoHighContrast);
+        } else {
+            builder.importColors(std::filesystem::path(jsonPath), autoHighContrast);
+        }
         builder.buildAll();
     });
 }
 
 int runTests(const std::string& documentPath, std::ostream& out) {
-    std::vector<ColorTestGroupResult> results;
-    try {
-        Tester tester(loadDocument(std::filesystem::path(documentPath)), std::nullopt);
-        results = tester.run();
-    } catch (const FatalError&) {
-        throw;
-    } catch (const std::exception& error) {
-        out << "Error testing " << error.what() << '\n';
-        return exitFailure;
-    }
-
-    std::string lastPrintedName;
-    long long passedGroups = 0;
-    long long failedGroups = 0;
-    for (const auto& result : results) {
-        if (result.testGroupName != lastPrintedName) {
-            out << "Test " << result.testGroupName << '\n' << "--------------------------------\n";
-            lastPrintedName = result.testGroupName;
-        }
-        out << result.passSummary << '\n' << result.failSummary << '\n';
-        if (result.resultPassPercent <= 99) {
-            ++failedGroups;
-        } else {
-            ++passedGroups;
-        }
-    }
-    out << "Testing complete: " << passedGroups << " test groups passed, " << failedGroups
-        << " test groups failed\n";
-    return static_cast<int>(std::min(failedGroups, maximumExitStatus));
+    return runTestCommand(TestCommandOptions{documentPath, false, std::nullopt, std::nullopt}, out, out);
 }
 
 }  // namespace tintwork

@@ -1,5 +1,6 @@
 #include "import/ImportKinds.h"
 
+#include "import/DtcgImporter.h"
 #include "import/JsonDesignImporter.h"
 #include "model/Uuid.h"
 
@@ -30,7 +31,11 @@ const std::vector<ImportKind>& importKinds() {
         {"design-tokens", "Design Tokens JSON Import", plain<JsonDesignImporter>, {}},
         {"material", "Material Import", {}, {}},
         {"generic-json", "JSON Import", {}, {}},
-        {"dtcg", "DTCG Import", {}, {}},
+        {"dtcg", "DTCG Import",
+         [](const ImportOptions& options) -> std::unique_ptr<ColorImporter> {
+             return std::make_unique<DtcgImporter>(options);
+         },
+         DtcgImporter::importAll},
     };
     return kinds;
 }

@@ -1,6 +1,7 @@
 #include "RunTool.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,13 +26,32 @@ std::string slurp(int fd) {
 }  // namespace
 
 ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory) {
+    return runProgram(TINTWORK_EXECUTABLE, args, workingDirectory);
+}
+
+ToolRun runTintwork(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory) {
+    return runProgram(TINTWORK_COMMAND, args, workingDirectory);
+}
+
+ToolRun runProgram(const std::string& executable, const std::vector<std::string>& args,
+                   const std::filesystem::path& workingDirectory, unsigned long long addressSpaceLimit) {
     ToolSetup setup;
     setup.workingDirectory = workingDirectory;
-    return runTool(args, setup);
+    setup.addressSpaceLimit = addressSpaceLimit;
+    return runProgram(executable, args, setup);
 }
 
 ToolRun runTool(const std::vector<std::string>& args, const ToolSetup& setup) {
+    return runProgram(TINTWORK_EXECUTABLE, args, setup);
+}
+
+ToolRun runTintwork(const std::vector<std::string>& args, const ToolSetup& setup) {
+    return runProgram(TINTWORK_COMMAND, args, setup);
+}
+
+ToolRun runProgram(const std::string& executable, const std::vector<std::string>& args, const ToolSetup& setup) {
     const std::filesystem::path& workingDirectory = setup.workingDirectory;
+    const unsigned long long addressSpaceLimit = setup.addressSpaceLimit;
     TemporaryFolder capture;
     const auto outPath = capture.path() / "out";
     const auto errPath = capture.path() / "err";
@@ -42,6 +62,10 @@ ToolRun runTool(const std::vector<std::string>& args, const ToolSetup& setup) {
     if (child == 0) {
         if (!workingDirectory.empty() && chdir(workingDirectory.c_str()) != 0) {
             _exit(127);
+        }
+        if (addressSpaceLimit != 0) {
+            const rlimit limit{addressSpaceLimit, addressSpaceLimit};
+            setrlimit(RLIMIT_AS, &limit);
         }
         const int errFd = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(errFd, 2);
@@ -59,7 +83,7 @@ ToolRun runTool(const std::vector<std::string>& args, const ToolSetup& setup) {
             alarm(setup.timeoutSeconds);
         }
         std::vector<char*> argv;
-        std::string program = TINTWORK_EXECUTABLE;
+        std::string program = executable;
         argv.push_back(program.data());
         std::vector<std::string> copies(args);
         for (auto& arg : copies) {
@@ -70,8 +94,10 @@ ToolRun runTool(const std::vector<std::string>& args, const ToolSetup& setup) {
         _exit(127);
     }
     int waitStatus = 0;
-    waitpid(child, &waitStatus, 0);
+    rusage usage{};
+    wait4(child, &waitStatus, 0, &usage);
     ToolRun run;
+    run.peakKilobytes = usage.ru_maxrss;
     run.status = WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
     int outFd = open(outPath.c_str(), O_RDONLY);
     int errFd = open(errPath.c_str(), O_RDONLY);
