@@ -1,6 +1,9 @@
 #include "import/ImportKinds.h"
 
+#include "import/AssetCatalogImporter.h"
+#include "import/CSSFileImporter.h"
 #include "import/JsonDesignImporter.h"
+#include "import/SVGImporter.h"
 #include "model/Uuid.h"
 
 namespace tintwork {
@@ -23,10 +26,10 @@ const std::vector<ImportKind>& importKinds() {
         {"sketch", "Sketch Import", {}, {}},
         {"ochre", "Ochre Import", {}, {}},
         {"figma", "Figma Import", {}, {}},
-        {"svg", "SVG Import", {}, {}},
+        {"svg", "SVG Import", plain<SVGImporter>, {}},
         {"image", "Image Import", {}, {}},
-        {"asset-catalog", "Asset Catalog", {}, {}},
-        {"css", "CSS Import", {}, {}},
+        {"asset-catalog", "Asset Catalog", plain<AssetCatalogImporter>, {}},
+        {"css", "CSS Import", plain<CSSFileImporter>, {}},
         {"design-tokens", "Design Tokens JSON Import", plain<JsonDesignImporter>, {}},
         {"material", "Material Import", {}, {}},
         {"generic-json", "JSON Import", {}, {}},
