@@ -30,8 +30,9 @@ using importing::SingleColorList;
 // ---------------------------------------------------------------------------
 // Patterns
 
-// A CSS number: sign, digits with an optional fraction or a fraction alone, exponent.
-#define CSS_NUMBER R"([+-]?(?:\d+(?:\.\d*)?|\.\d+)(?:[eE][+-]?\d+)?)"
+// A CSS number: sign, digits with an optional fraction or a fraction alone, exponent; or
+// "none", a component left out, which counts as 0.
+#define CSS_NUMBER R"((?:[+-]?(?:\d+(?:\.\d*)?|\.\d+)(?:[eE][+-]?\d+)?|(?i:none)))"
 // The declaration a colour stands in: an optional "$" or "--", the captured property name,
 // ":" and any value text before the colour within the same declaration.
 #define DECLARATION R"((?:(?:\$|--)?(-?[A-Za-z_][\w-]*)\s*:[^;{}:]*?)?)"
@@ -73,6 +74,10 @@ const Patterns& patterns() {
 
 // A matched number; nullopt when it is not finite as a double.
 std::optional<double> number(std::string_view text) {
+    if (text.size() == 4 && (text[0] | 0x20) == 'n' && (text[1] | 0x20) == 'o' && (text[2] | 0x20) == 'n' &&
+        (text[3] | 0x20) == 'e') {
+        return 0.0;
+    }
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
     }

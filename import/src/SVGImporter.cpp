@@ -170,6 +170,17 @@ void SVGImporter::importText(std::string_view text, OchreColorProjectItem& group
     if (!result && result.status != pugi::status_no_document_element) {
         throw DocumentColorParsingError("SVG is invalid");
     }
+    // Without an element, text that doesn't even begin as markup (a picture, JSON) is no
+    // XML at all; markup of comments and declarations alone lacks the root element.
+    if (!result) {
+        std::string_view start = trimmedView(text);
+        if (start.substr(0, 3) == "\xEF\xBB\xBF") {
+            start = trimmedView(start.substr(3));
+        }
+        if (!start.empty() && start.front() != '<') {
+            throw DocumentColorParsingError("SVG is invalid");
+        }
+    }
     const pugi::xml_node root = document.document_element();
     if (!root) {
         throw DocumentColorParsingError("SVG has no root element, unable to parse");
