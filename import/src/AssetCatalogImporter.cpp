@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <functional>
 #include <map>
@@ -250,7 +251,8 @@ ProjectItemPtr colorItem(const std::string& name, const Contents& contents) {
 // ---------------------------------------------------------------------------
 // Walking the folders
 
-// Orders names as a person would: runs of digits by their value (blue100 before blue1000).
+// Orders names as a person would: letters regardless of case, runs of digits by their value
+// (blue100 before blue1000), then byte order to break ties.
 bool naturalLess(const std::string& lhs, const std::string& rhs) {
     std::size_t i = 0;
     std::size_t j = 0;
@@ -283,8 +285,9 @@ bool naturalLess(const std::string& lhs, const std::string& rhs) {
             j = endJ;
             continue;
         }
-        if (lhs[i] != rhs[j]) {
-            return static_cast<unsigned char>(lhs[i]) < static_cast<unsigned char>(rhs[j]);
+        const auto folded = [](char c) { return static_cast<unsigned char>(std::tolower(static_cast<unsigned char>(c))); };
+        if (folded(lhs[i]) != folded(rhs[j])) {
+            return folded(lhs[i]) < folded(rhs[j]);
         }
         ++i;
         ++j;
