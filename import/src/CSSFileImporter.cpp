@@ -635,6 +635,9 @@ void CSSFileImporter::importText(std::string_view text, bool asHTML, OchreColorP
         }
     }
     if (styles) {
+        if (styles->styleElements.empty() && styles->styleAttributes.empty()) {
+            printDiagnostic("The page has no style elements or style attributes, so no colours were read from it");
+        }
         for (const std::string& style : styles->styleElements) {
             findColors(style, list);
         }

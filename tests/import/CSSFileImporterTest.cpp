@@ -98,7 +98,10 @@ TEST(CSSFileImporter, HTMLCountsOnlyStyleElementsAndAttributes) {
     EXPECT_EQ(importCSS(page, true, &diagnostics),
               "color: #112233\nfill: #AABBCC\nbackground: #445566\nborder-color: #0A141E\n");
     EXPECT_TRUE(diagnostics.empty());
-    EXPECT_EQ(importCSS("<p>#123456</p>", true), "");
+    EXPECT_EQ(importCSS("<p>#123456</p>", true, &diagnostics), "");
+    EXPECT_EQ(diagnostics,
+              (std::vector<std::string>{"The page has no style elements or style attributes, so no colours were read from it"}));
+    diagnostics.clear();
     // A page the parser can't take is searched as plain text.
     std::string deep = "<p style='color:#010101'>#020202</p>";
     for (int i = 0; i < 5000; ++i) {
