@@ -377,6 +377,10 @@ bool numberLess(std::string_view lhs, std::string_view rhs) {
 
 constexpr std::size_t minSetSize = 3;
 constexpr std::size_t maxSetSize = 32;
+// Longer names, and numbers further left in a name, take no part in families: each key
+// copies the name, and a scale's step is never that far in.
+constexpr std::size_t maxFamilyNameLength = 256;
+constexpr std::size_t maxRunsPerName = 8;
 
 struct PlannedSet {
     std::string name;
@@ -409,8 +413,12 @@ void CSSFileImporter::detectColorSets(OchreColorProjectItem& group) {
     std::vector<std::vector<DigitRun>> runs(items.size());
     std::size_t mostRuns = 0;
     for (std::size_t i = 0; i < items.size(); ++i) {
-        if (items[i] && items[i]->itemType == ProjectItemType::color && items[i]->color) {
+        if (items[i] && items[i]->itemType == ProjectItemType::color && items[i]->color &&
+            items[i]->name.size() <= maxFamilyNameLength) {
             runs[i] = digitRuns(items[i]->name);
+            if (runs[i].size() > maxRunsPerName) {
+                runs[i].erase(runs[i].begin(), runs[i].end() - maxRunsPerName);
+            }
             mostRuns = std::max(mostRuns, runs[i].size());
         }
     }

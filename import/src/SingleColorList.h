@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <set>
+#include <unordered_set>
 #include <string>
 #include <vector>
 
@@ -40,8 +40,18 @@ public:
 
 private:
     using Key = std::array<std::uint64_t, 5>;
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const {
+            std::uint64_t hash = 0xcbf29ce484222325ULL;
+            for (std::uint64_t word : key) {
+                hash = (hash ^ word) * 0x100000001b3ULL;
+                hash ^= hash >> 29;
+            }
+            return static_cast<std::size_t>(hash);
+        }
+    };
     std::vector<ImportedColor> list_;
-    std::set<Key> seen_;
+    std::unordered_set<Key, KeyHash> seen_;
 };
 
 }  // namespace tintwork::importing
