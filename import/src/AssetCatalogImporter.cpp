@@ -310,6 +310,14 @@ public:
             return;
         }
         for (const fs::path& entry : subfolders(folder)) {
+            if (++foldersRead_ > maxFolders) {
+                if (!countNoted_) {
+                    countNoted_ = true;
+                    diagnostic_("Only the first " + std::to_string(maxFolders) +
+                                " folders of the asset catalog were read; the rest were left out");
+                }
+                return;
+            }
             std::error_code code;
             const fs::path real = fs::canonical(entry, code);
             if (code || !visited_.insert(real).second) {
@@ -418,6 +426,11 @@ private:
     std::function<void(std::string_view)> diagnostic_;
     std::set<fs::path> visited_;
     bool depthNoted_ = false;
+    // Every folder becomes an item of a few kilobytes; a catalog beyond this many is no
+    // catalog a person made, and reading it whole could exhaust memory.
+    static constexpr std::size_t maxFolders = 65536;
+    std::size_t foldersRead_ = 0;
+    bool countNoted_ = false;
 };
 
 }  // namespace

@@ -213,7 +213,7 @@ template <std::size_t Groups, typename Make>
 void search(std::string_view text, const RE2& pattern, SingleColorList& list, Make make) {
     std::array<re2::StringPiece, Groups + 1> groups;
     std::size_t at = 0;
-    while (at <= text.size() &&
+    while (at <= text.size() && !list.overflowed() &&
            pattern.Match(re2::StringPiece(text.data(), text.size()), at, text.size(), RE2::UNANCHORED, groups.data(),
                          static_cast<int>(groups.size()))) {
         const std::size_t matchEnd = static_cast<std::size_t>(groups[0].data() - text.data()) + groups[0].size();
@@ -518,6 +518,9 @@ void CSSFileImporter::importText(std::string_view text, bool asHTML, OchreColorP
         }
     } else {
         findColors(text, list);
+    }
+    if (list.overflowed()) {
+        printDiagnostic(importing::tooManyColorsLine());
     }
     addImportedColors(list.entries(), group);
     detectColorSets(group);

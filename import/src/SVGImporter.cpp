@@ -144,7 +144,7 @@ void walkChildren(const pugi::xml_node& node, SingleColorList& list) {
     // Depth first in document order, without recursion: a deeply nested drawing must not
     // exhaust the stack. Each element is read before its children.
     pugi::xml_node current = node.first_child();
-    while (current && current != node) {
+    while (current && current != node && !list.overflowed()) {
         if (current.type() == pugi::node_element) {
             readElement(current, list);
             if (current.first_child()) {
@@ -187,6 +187,9 @@ void SVGImporter::importText(std::string_view text, OchreColorProjectItem& group
     }
     SingleColorList list;
     walkChildren(root, list);
+    if (list.overflowed()) {
+        printDiagnostic(importing::tooManyColorsLine());
+    }
     addImportedColors(list.entries(), group);
 }
 

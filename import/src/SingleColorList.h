@@ -7,18 +7,32 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <unordered_set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "import/ImportedColor.h"
 
 namespace tintwork::importing {
 
+// The most colours one import gathers. Each becomes an item of a few kilobytes, so a file
+// of millions of distinct colours would otherwise exhaust memory.
+inline constexpr std::size_t maxImportedColors = 65536;
+
+// The diagnostic line of an import that reached maxImportedColors.
+inline std::string tooManyColorsLine() {
+    return "Only the first " + std::to_string(maxImportedColors) + " colours were read; the rest were left out";
+}
+
 class SingleColorList {
 public:
-    // Appends the colour under `name` unless a colour of the same value is already listed.
+    // Appends the colour under `name` unless a colour of the same value is already listed,
+    // or the list is full.
     void add(const ColorValue& color, std::string name) {
+        if (full()) {
+            overflowed_ = true;
+            return;
+        }
         const auto components = color.rgbaComponents();
         bool comparable = true;
         Key key{static_cast<std::uint64_t>(color.encoding()), 0, 0, 0, 0};
@@ -37,6 +51,9 @@ public:
     }
 
     const std::vector<ImportedColor>& entries() const { return list_; }
+    bool full() const { return list_.size() >= maxImportedColors; }
+    // True when a colour was turned away because the list was full.
+    bool overflowed() const { return overflowed_; }
 
 private:
     using Key = std::array<std::uint64_t, 5>;
@@ -52,6 +69,7 @@ private:
     };
     std::vector<ImportedColor> list_;
     std::unordered_set<Key, KeyHash> seen_;
+    bool overflowed_ = false;
 };
 
 }  // namespace tintwork::importing

@@ -89,6 +89,22 @@ TEST(CSSFileImporter, SeveralNumbersAndRepeatedScales) {
     EXPECT_EQ(importCSS("--g10: #00000a; --g9: #000009; --g100: #000064"), "g [9 #000009, 10 #00000A, 100 #000064]\n");
 }
 
+TEST(CSSFileImporter, StopsGatheringAtTheColourLimit) {
+    std::string text;
+    for (int i = 0; i <= 65536; ++i) {
+        char declaration[32];
+        std::snprintf(declaration, sizeof declaration, "x:#%06X;", i);
+        text += declaration;
+    }
+    ProjectItemPtr root = testing::newGroupItem();
+    CSSFileImporter importer;
+    std::vector<std::string> diagnostics;
+    importer.diagnostics = [&](std::string_view line) { diagnostics.emplace_back(line); };
+    importer.importText(text, false, *root);
+    EXPECT_EQ(root->group->items.size(), 65536u);
+    EXPECT_EQ(diagnostics, (std::vector<std::string>{"Only the first 65536 colours were read; the rest were left out"}));
+}
+
 TEST(CSSFileImporter, HTMLCountsOnlyStyleElementsAndAttributes) {
     const std::string page = R"html(<html><head><style>.a { color: #112233 }</style></head>
         <body style="background: #445566"><p>Text #778899 and rgb(1, 2, 3)</p>
