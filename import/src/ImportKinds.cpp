@@ -50,7 +50,9 @@ const ImportKind* findImportKind(std::string_view word) {
 ProjectItemPtr importSource(const ImportKind& kind, const std::filesystem::path& source,
                             const ImportOptions& options) {
     std::unique_ptr<ColorImporter> importer = kind.makeImporter(options);
-    std::string name = std::string(kind.groupPrefix) + " - " + source.filename().string();
+    // A folder given with a trailing separator ("Colors.xcassets/") is named by its last component.
+    const std::filesystem::path lastComponent = source.filename().empty() ? source.parent_path().filename() : source.filename();
+    std::string name = std::string(kind.groupPrefix) + " - " + lastComponent.string();
     auto item = std::make_shared<OchreColorProjectItem>(std::move(name), newUUID(), OchreColorGroup{});
     item->isExpanded = true;
     importer->importColors(source, *item);

@@ -2,6 +2,7 @@
 
 #include "ImportTestSupport.h"
 #include "import/AssetCatalogImporter.h"
+#include "import/Importer.h"
 
 namespace tintwork {
 namespace {
@@ -130,6 +131,17 @@ TEST(AssetCatalogImporter, StaysInsideTheCatalogAndWithinDepth) {
     EXPECT_EQ(levels, AssetCatalogImporter::maxDepth - 1);
     EXPECT_EQ(diagnostics, (std::vector<std::string>{
                                "Folders nested more than 64 levels deep in the asset catalog were left out"}));
+}
+
+TEST(AssetCatalogImporter, TheImportGroupIsNamedByTheCatalogFolder) {
+    testing::ScratchFolder folder;
+    folder.write("Colors.xcassets/Accent.colorset/Contents.json", colorSet({entry("0.5", "0.5", "0.5")}));
+    for (const char* given : {"Colors.xcassets", "Colors.xcassets/"}) {
+        const ProjectItemPtr group = Importer().importFile(folder.path / given, ImportSourceKind::assetCatalog);
+        EXPECT_EQ(group->name, "Asset Catalog - Colors.xcassets");
+        EXPECT_TRUE(group->isExpanded);
+        EXPECT_EQ(describe(*group), "Accent: #808080\n");
+    }
 }
 
 TEST(AssetCatalogImporter, AMissingCatalogOrAFileFails) {

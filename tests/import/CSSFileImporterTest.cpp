@@ -61,7 +61,7 @@ TEST(CSSFileImporter, NumberedFamiliesBecomeSets) {
     const auto family = [](int count) {
         std::string text;
         for (int i = 1; i <= count; ++i) {
-            char colour[8];
+            char colour[16];
             std::snprintf(colour, sizeof colour, "%06X", i);
             text += "--f" + std::to_string(i) + ": #" + colour + ";";
         }
