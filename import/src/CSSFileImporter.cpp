@@ -74,15 +74,15 @@ const Patterns& patterns() {
 
 // A matched number; nullopt when it is not finite as a double.
 std::optional<double> number(std::string_view text) {
+    if (!text.empty() && text.back() == '%') {
+        text.remove_suffix(1);
+    }
     if (text.size() == 4 && (text[0] | 0x20) == 'n' && (text[1] | 0x20) == 'o' && (text[2] | 0x20) == 'n' &&
         (text[3] | 0x20) == 'e') {
         return 0.0;
     }
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
-    }
-    if (!text.empty() && text.back() == '%') {
-        text.remove_suffix(1);
     }
     double value = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
