@@ -1,0 +1,256 @@
+#include "import/ImageImporter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <string>
+
+#include "ImageDecoder.h"
+#include "import/ImportedColor.h"
+#include "model/FileIO.h"
+
+namespace tintwork {
+
+namespace {
+
+constexpr const char* unableToOpenMessage = "Unable to open image file";
+constexpr double alphaCutoff = 0.4;
+constexpr double coverageFraction = 0.001;
+constexpr double nearDistance = 0.1;
+constexpr double greySpread = 0.03;
+
+// An open-addressing table from a pixel's four bytes to how often they occur. Pixel counts
+// are bounded by the image size, so 32 bits hold them; an empty slot has count 0.
+class ColorTally {
+public:
+    struct Slot {
+        std::uint32_t key = 0;
+        std::uint32_t count = 0;
+    };
+
+    ColorTally() { slots_.resize(std::size_t{1} << bits_); }
+
+    // The slot of `key`, inserted with count 0 when new. Valid until the next insertion.
+    Slot& slotFor(std::uint32_t key) {
+        std::size_t index = home(key);
+        while (slots_[index].count != 0) {
+            if (slots_[index].key == key) {
+                return slots_[index];
+            }
+            index = (index + 1) & mask();
+        }
+        // Grows at half load, which keeps probe runs short for the millions of colours of a photo.
+        if ((used_ + 1) * 2 > slots_.size()) {
+            grow();
+            return slotFor(key);
+        }
+        ++used_;
+        slots_[index].key = key;
+        return slots_[index];
+    }
+
+    // The slot of `key`, or null.
+    const Slot* find(std::uint32_t key) const {
+        for (std::size_t index = home(key); slots_[index].count != 0; index = (index + 1) & mask()) {
+            if (slots_[index].key == key) {
+                return &slots_[index];
+            }
+        }
+        return nullptr;
+    }
+
+    const std::vector<Slot>& slots() const { return slots_; }
+
+private:
+    std::size_t mask() const { return slots_.size() - 1; }
+    // Fibonacci hashing: the top bits of the product mix every byte of the key.
+    std::size_t home(std::uint32_t key) const { return (key * 0x9E3779B1u) >> (32 - bits_); }
+
+    void grow() {
+        std::vector<Slot> old(std::size_t{1} << (bits_ + 1));
+        old.swap(slots_);
+        ++bits_;
+        for (const Slot& slot : old) {
+            if (slot.count != 0) {
+                std::size_t index = home(slot.key);
+                while (slots_[index].count != 0) {
+                    index = (index + 1) & mask();
+                }
+                slots_[index] = slot;
+            }
+        }
+    }
+
+    int bits_ = 12;
+    std::size_t used_ = 0;
+    std::vector<Slot> slots_;
+};
+
+// Which alpha bytes are counted: those above 0.4 once scaled to 0..1.
+std::array<bool, 256> countedAlphas() {
+    std::array<bool, 256> counted{};
+    for (int alpha = 0; alpha < 256; ++alpha) {
+        counted[static_cast<std::size_t>(alpha)] = alpha / 255.0 > alphaCutoff;
+    }
+    return counted;
+}
+
+std::uint32_t pixelKey(const std::uint8_t* pixel) {
+    std::uint32_t key = 0;
+    std::memcpy(&key, pixel, sizeof key);
+    return key;
+}
+
+ColorValue colorOfKey(std::uint32_t key) {
+    std::array<std::uint8_t, 4> bytes{};
+    std::memcpy(bytes.data(), &key, sizeof key);
+    return ColorValue::sRGB(bytes[0] / 255.0, bytes[1] / 255.0, bytes[2] / 255.0, bytes[3] / 255.0);
+}
+
+struct Candidate {
+    std::uint32_t key = 0;
+    long long count = 0;
+    std::size_t firstPixel = 0;
+};
+
+// Sets firstPixel of each candidate whose count another candidate shares: the index of the first
+// counted pixel of its colour. Scans only until every such colour has been met.
+void locateTiedCandidates(std::vector<Candidate>& candidates, std::span<const std::uint8_t> rgba,
+                          const std::array<bool, 256>& counted) {
+    std::sort(candidates.begin(), candidates.end(),
+              [](const Candidate& lhs, const Candidate& rhs) { return lhs.count > rhs.count; });
+    ColorTally tied;  // count holds the candidate's index + 1
+    std::size_t unplaced = 0;
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        bool sharesCount = (i > 0 && candidates[i - 1].count == candidates[i].count) ||
+                           (i + 1 < candidates.size() && candidates[i + 1].count == candidates[i].count);
+        if (sharesCount) {
+            tied.slotFor(candidates[i].key).count = static_cast<std::uint32_t>(i + 1);
+            ++unplaced;
+        }
+    }
+    std::vector<bool> placed(candidates.size(), false);
+    const std::size_t pixelCount = rgba.size() / 4;
+    for (std::size_t pixel = 0; pixel < pixelCount && unplaced > 0; ++pixel) {
+        const std::uint8_t* bytes = rgba.data() + pixel * 4;
+        if (!counted[bytes[3]]) {
+            continue;
+        }
+        if (const ColorTally::Slot* slot = tied.find(pixelKey(bytes))) {
+            const std::size_t index = slot->count - 1;
+            if (!placed[index]) {
+                placed[index] = true;
+                candidates[index].firstPixel = pixel;
+                --unplaced;
+            }
+        }
+    }
+}
+
+bool isNear(const ColorValue& lhs, const ColorValue& rhs) {
+    return std::abs(lhs.red() - rhs.red()) <= nearDistance && std::abs(lhs.green() - rhs.green()) <= nearDistance &&
+           std::abs(lhs.blue() - rhs.blue()) <= nearDistance;
+}
+
+bool isGrey(const ColorValue& color) {
+    return std::abs(color.red() - color.green()) < greySpread && std::abs(color.red() - color.blue()) < greySpread;
+}
+
+std::string readImageFile(const std::filesystem::path& url) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(url, error);
+    if (error || size > ImageImporter::maxFileBytes) {
+        throw DocumentColorParsingError(unableToOpenMessage);
+    }
+    try {
+        return readFileBytes(url);
+    } catch (const FileError&) {
+        throw DocumentColorParsingError(unableToOpenMessage);
+    }
+}
+
+}  // namespace
+
+std::vector<ColorCount> countFrequentColors(std::span<const std::uint8_t> rgba, int width, int height) {
+    const long long total = static_cast<long long>(width) * height;
+    if (width <= 0 || height <= 0 || rgba.size() / 4 < static_cast<std::size_t>(total)) {
+        return {};
+    }
+    const auto threshold = static_cast<long long>(static_cast<double>(total) * coverageFraction);
+    static const std::array<bool, 256> counted = countedAlphas();
+
+    // One pass in memory order; a run of equal pixels costs one table look-up.
+    ColorTally tally;
+    ColorTally::Slot* last = nullptr;
+    std::uint32_t lastKey = 0;
+    const std::uint8_t* pixel = rgba.data();
+    const std::uint8_t* end = pixel + total * 4;
+    for (; pixel != end; pixel += 4) {
+        if (!counted[pixel[3]]) {
+            continue;
+        }
+        const std::uint32_t key = pixelKey(pixel);
+        if (last == nullptr || key != lastKey) {
+            last = &tally.slotFor(key);
+            lastKey = key;
+        }
+        ++last->count;
+    }
+
+    std::vector<Candidate> candidates;
+    for (const ColorTally::Slot& slot : tally.slots()) {
+        if (slot.count > threshold) {
+            candidates.push_back({slot.key, slot.count, 0});
+        }
+    }
+    locateTiedCandidates(candidates, rgba.first(static_cast<std::size_t>(total) * 4), counted);
+    std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& lhs, const Candidate& rhs) {
+        return lhs.count != rhs.count ? lhs.count > rhs.count : lhs.firstPixel < rhs.firstPixel;
+    });
+
+    std::vector<ColorCount> result;
+    result.reserve(candidates.size());
+    for (const Candidate& candidate : candidates) {
+        result.push_back({colorOfKey(candidate.key), candidate.count});
+    }
+    return result;
+}
+
+std::vector<ColorCount> thinOutColors(const std::vector<ColorCount>& sorted) {
+    std::vector<ColorCount> kept;
+    for (const ColorCount& candidate : sorted) {
+        const bool dropped = std::any_of(kept.begin(), kept.end(), [&](const ColorCount& keeper) {
+            return isNear(candidate.color, keeper.color) || (isGrey(candidate.color) && isGrey(keeper.color));
+        });
+        if (!dropped) {
+            kept.push_back(candidate);
+        }
+    }
+    return kept;
+}
+
+void ImageImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
+    importBytes(readImageFile(url), group);
+}
+
+void ImageImporter::importBytes(std::string_view bytes, OchreColorProjectItem& group) {
+    std::optional<importing::DecodedImage> image = importing::decodeImage(bytes, maxPixels);
+    if (!image) {
+        throw DocumentColorParsingError(unableToOpenMessage);
+    }
+    const std::size_t byteCount = static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height) * 4;
+    const std::vector<ColorCount> kept =
+        thinOutColors(countFrequentColors({image->pixels.get(), byteCount}, image->width, image->height));
+
+    std::vector<ImportedColor> list;
+    list.reserve(kept.size());
+    for (const ColorCount& entry : kept) {
+        // The number in the name is the pixel count, not a position.
+        list.push_back({{NamedColor(entry.color, "Color " + std::to_string(entry.count))}, std::nullopt,
+                        ImportedColorType::singleColor});
+    }
+    addImportedColors(list, group);
+}
+
+}  // namespace tintwork
