@@ -108,10 +108,9 @@ std::optional<ColorValue> parsePaletteColor(std::string_view text) {
     if (text.size() == 9 && text.front() == '#' && std::all_of(text.begin() + 1, text.end(), isHexDigit)) {
         return parseColor("0x" + std::string(text.substr(1)), ColorFormat::hexRGBA, ColorSpace::sRGB, false).color;
     }
-    if (text.starts_with("color(")) {
-        return parseColor(text, ColorFormat::cssColor, ColorSpace::sRGB, false).color;
-    }
-    return parseColor(text, ColorFormat::htmlRGB, ColorSpace::sRGB, false).color;
+    // Texts that name Display P3 ("color(display-p3 …)", "p3:#…") are read in that space.
+    const ColorFormat format = text.starts_with("color(") ? ColorFormat::cssColor : ColorFormat::htmlRGB;
+    return parseColor(text, format, ColorSpace::sRGB, true).color;
 }
 
 bool digitRunLess(std::string_view lhs, std::string_view rhs) {
