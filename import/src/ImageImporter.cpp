@@ -235,7 +235,7 @@ void ImageImporter::importColors(const std::filesystem::path& url, OchreColorPro
 }
 
 void ImageImporter::importBytes(std::string_view bytes, OchreColorProjectItem& group) {
-    std::optional<importing::DecodedImage> image = importing::decodeImage(bytes, maxPixels);
+    std::optional<importing::DecodedImage> image = importing::decodeImage(bytes, pixelLimit);
     if (!image) {
         throw DocumentColorParsingError(unableToOpenMessage);
     }

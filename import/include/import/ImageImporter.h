@@ -37,12 +37,13 @@ public:
 
     // Decodes PNG, JPEG, GIF (first frame), BMP, TGA, PSD, HDR and PNM files; grey bitmaps
     // are read as RGB. One item "Color <pixel count>" per kept colour. Anything that does not
-    // decode, or an image of more than maxPixels, throws "Unable to open image file".
+    // decode, or an image of more than pixelLimit pixels, throws "Unable to open image file".
     void importColors(const std::filesystem::path& url, OchreColorProjectItem& group) override;
     // The same import from the file's bytes.
     void importBytes(std::string_view bytes, OchreColorProjectItem& group);
 
-    static constexpr long long maxPixels = 100'000'000;
+    // Images of more pixels are refused from their header, before any pixel is decoded.
+    long long pixelLimit = 100'000'000;
     static constexpr std::uintmax_t maxFileBytes = 512u * 1024u * 1024u;
 };
 
