@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "ImageDecoder.h"
@@ -19,6 +21,8 @@ constexpr double alphaCutoff = 0.4;
 constexpr double coverageFraction = 0.001;
 constexpr double nearDistance = 0.1;
 constexpr double greySpread = 0.03;
+// From this many pixels on, opaque pixels are counted in a table of every RGB value (64 MB).
+constexpr long long directCountingPixels = 1 << 20;
 
 // An open-addressing table from a pixel's four bytes to how often they occur. Pixel counts
 // are bounded by the image size, so 32 bits hold them; an empty slot has count 0.
@@ -180,7 +184,15 @@ std::vector<ColorCount> countFrequentColors(std::span<const std::uint8_t> rgba, 
     const auto threshold = static_cast<long long>(static_cast<double>(total) * coverageFraction);
     static const std::array<bool, 256> counted = countedAlphas();
 
-    // One pass in memory order; a run of equal pixels costs one table look-up.
+    // One pass in memory order. Large images count their opaque pixels in a table indexed by red,
+    // green and blue: similar colours, which neighbouring pixels mostly have, then share cache
+    // lines, where a hash table would scatter them. Other pixels, and all pixels of small images,
+    // go to the hash table, where a run of equal pixels costs one look-up.
+    std::unique_ptr<std::uint32_t, void (*)(void*)> opaque{nullptr, std::free};
+    if (total >= directCountingPixels) {
+        opaque.reset(static_cast<std::uint32_t*>(std::calloc(std::size_t{1} << 24, sizeof(std::uint32_t))));
+    }
+    std::uint32_t* opaqueCounts = opaque.get();
     ColorTally tally;
     ColorTally::Slot* last = nullptr;
     std::uint32_t lastKey = 0;
@@ -188,6 +200,10 @@ std::vector<ColorCount> countFrequentColors(std::span<const std::uint8_t> rgba, 
     const std::uint8_t* end = pixel + total * 4;
     for (; pixel != end; pixel += 4) {
         if (!counted[pixel[3]]) {
+            continue;
+        }
+        if (opaqueCounts != nullptr && pixel[3] == 255) {
+            ++opaqueCounts[(std::uint32_t{pixel[0]} << 16) | (std::uint32_t{pixel[1]} << 8) | pixel[2]];
             continue;
         }
         const std::uint32_t key = pixelKey(pixel);
@@ -202,6 +218,14 @@ std::vector<ColorCount> countFrequentColors(std::span<const std::uint8_t> rgba, 
     for (const ColorTally::Slot& slot : tally.slots()) {
         if (slot.count > threshold) {
             candidates.push_back({slot.key, slot.count, 0});
+        }
+    }
+    for (std::uint32_t rgb = 0; opaqueCounts != nullptr && rgb < (std::uint32_t{1} << 24); ++rgb) {
+        if (opaqueCounts[rgb] > threshold) {
+            const std::array<std::uint8_t, 4> bytes = {static_cast<std::uint8_t>(rgb >> 16),
+                                                       static_cast<std::uint8_t>(rgb >> 8),
+                                                       static_cast<std::uint8_t>(rgb), 255};
+            candidates.push_back({pixelKey(bytes.data()), opaqueCounts[rgb], 0});
         }
     }
     locateTiedCandidates(candidates, rgba.first(static_cast<std::size_t>(total) * 4), counted);

@@ -98,6 +98,18 @@ TEST(ImageImporter, KeepsColoursCoveringMoreThanAThousandthOfTheImage) {
     EXPECT_DOUBLE_EQ(item.color.lightVariant.blue(), 200 / 255.0);
     EXPECT_DOUBLE_EQ(item.autoContrastAmount, 0.5);
 
+    // From 2^20 pixels on, opaque pixels are counted apart from translucent ones; the threshold
+    // holds alike: 1048 is a thousandth of 1024 * 1024 (1048.576, truncated).
+    Canvas large(1024, 1024);
+    large.paint(0, 1048, {200, 30, 30, 255})
+        .paint(2000, 1049, {30, 30, 200, 255})
+        .paint(4000, 1050, {30, 200, 30, 200})
+        .paint(8000, 1048, {200, 200, 30, 200});
+    group = importImage(encodePng(large));
+    EXPECT_EQ(names(*group), (std::vector<std::string>{"Color 1050", "Color 1049"}));
+    EXPECT_EQ(bytesOf(*group, 0), (Rgba{30, 200, 30, 200}));
+    EXPECT_EQ(bytesOf(*group, 1), (Rgba{30, 30, 200, 255}));
+
     // Under a thousand pixels the threshold is 0: a single pixel counts.
     Canvas small(30, 30, {255, 255, 255, 255});
     small.paint(899, 1, {200, 30, 30, 255});
