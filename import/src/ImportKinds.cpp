@@ -1,5 +1,6 @@
 #include "import/ImportKinds.h"
 
+#include "import/DtcgImporter.h"
 #include "import/GenericJsonImporter.h"
 #include "import/ImageImporter.h"
 #include "import/JsonDesignImporter.h"
@@ -34,7 +35,11 @@ const std::vector<ImportKind>& importKinds() {
         {"design-tokens", "Design Tokens JSON Import", plain<JsonDesignImporter>, {}},
         {"material", "Material Import", plain<MaterialJSONImporter>, {}},
         {"generic-json", "JSON Import", plain<GenericJsonImporter>, {}},
-        {"dtcg", "DTCG Import", {}, {}},
+        {"dtcg", "DTCG Import",
+         [](const ImportOptions& options) -> std::unique_ptr<ColorImporter> {
+             return std::make_unique<DtcgImporter>(options);
+         },
+         DtcgImporter::importAll},
     };
     return kinds;
 }
