@@ -1,7 +1,6 @@
 #include "ImageDecoder.h"
 
 #include <climits>
-#include <cstdlib>
 
 // The decoder's functions stay private to this file, so no other part of the program can
 // collide with them.
@@ -14,14 +13,17 @@ namespace tintwork::importing {
 
 namespace {
 
-// Grey becomes red, green and blue alike; a missing alpha is opaque.
-void widenToRGBA(const stbi_uc* source, int channels, std::size_t pixelCount, std::uint8_t* target) {
-    for (std::size_t i = 0; i < pixelCount; ++i, source += channels, target += 4) {
-        const bool grey = channels < 3;
-        target[0] = source[0];
-        target[1] = grey ? source[0] : source[1];
-        target[2] = grey ? source[0] : source[2];
-        target[3] = channels == 2 ? source[1] : (channels == 4 ? source[3] : 255);
+// A binary grey or colour PNM file ("P5", "P6"), whose samples may have two bytes.
+bool isBinaryPNM(std::string_view bytes) {
+    return bytes.size() > 2 && bytes[0] == 'P' && (bytes[1] == '5' || bytes[1] == '6');
+}
+
+// The decoder hands 16-bit PNM samples over as they stand in the file, most significant byte
+// first, without turning them into numbers; each sample's first byte is its 8-bit value. The
+// values are packed into the front of the same buffer.
+void keepHighBytes(std::uint8_t* samples, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        samples[i] = samples[2 * i];
     }
 }
 
@@ -41,28 +43,33 @@ std::optional<DecodedImage> decodeImage(std::string_view bytes, long long maxPix
         static_cast<long long>(width) * height > maxPixels) {
         return std::nullopt;
     }
-    // Decoded in the file's own channels and widened here: the decoder's own widening of 16-bit
-    // PNM images reads past its buffer.
+    // Decoded in the file's own channels: the decoder's own widening of 16-bit PNM images reads
+    // past its buffer, and the counting reads every layout anyway.
     int decodedWidth = 0;
     int decodedHeight = 0;
-    stbi_uc* decoded = stbi_load_from_memory(data, length, &decodedWidth, &decodedHeight, &channels, 0);
-    if (decoded == nullptr) {
-        return std::nullopt;
-    }
     DecodedImage image;
-    image.pixels = {decoded, stbi_image_free};
+    if (isBinaryPNM(bytes) && stbi_is_16_bit_from_memory(data, length) != 0) {
+        stbi_us* samples = stbi_load_16_from_memory(data, length, &decodedWidth, &decodedHeight, &channels, 0);
+        if (samples == nullptr) {
+            return std::nullopt;
+        }
+        image.pixels = {reinterpret_cast<std::uint8_t*>(samples), stbi_image_free};
+        if (decodedWidth != width || decodedHeight != height || channels < 1 || channels > 4) {
+            return std::nullopt;
+        }
+        keepHighBytes(image.pixels.get(), static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                                              static_cast<std::size_t>(channels));
+    } else {
+        stbi_uc* decoded = stbi_load_from_memory(data, length, &decodedWidth, &decodedHeight, &channels, 0);
+        if (decoded == nullptr) {
+            return std::nullopt;
+        }
+        image.pixels = {decoded, stbi_image_free};
+    }
     if (decodedWidth != width || decodedHeight != height || channels < 1 || channels > 4) {
         return std::nullopt;
     }
-    if (channels != 4) {
-        const std::size_t pixelCount = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-        auto* rgba = static_cast<std::uint8_t*>(std::malloc(pixelCount * 4));
-        if (rgba == nullptr) {
-            return std::nullopt;
-        }
-        widenToRGBA(decoded, channels, pixelCount, rgba);
-        image.pixels = {rgba, std::free};
-    }
+    image.channels = channels;
     image.width = width;
     image.height = height;
     return image;

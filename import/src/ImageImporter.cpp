@@ -22,7 +22,7 @@ constexpr double coverageFraction = 0.001;
 constexpr double nearDistance = 0.1;
 constexpr double greySpread = 0.03;
 // From this many pixels on, opaque pixels are counted in a table of every RGB value (64 MB).
-constexpr long long directCountingPixels = 1 << 20;
+constexpr std::size_t directCountingPixels = std::size_t{1} << 20;
 
 // An open-addressing table from a pixel's four bytes to how often they occur. Pixel counts
 // are bounded by the image size, so 32 bits hold them; an empty slot has count 0.
@@ -100,9 +100,10 @@ std::array<bool, 256> countedAlphas() {
     return counted;
 }
 
-std::uint32_t pixelKey(const std::uint8_t* pixel) {
+// A colour's four bytes (red, green, blue, alpha) as one table key.
+std::uint32_t keyOf(const std::array<std::uint8_t, 4>& bytes) {
     std::uint32_t key = 0;
-    std::memcpy(&key, pixel, sizeof key);
+    std::memcpy(&key, bytes.data(), sizeof key);
     return key;
 }
 
@@ -112,6 +113,41 @@ ColorValue colorOfKey(std::uint32_t key) {
     return ColorValue::sRGB(bytes[0] / 255.0, bytes[1] / 255.0, bytes[2] / 255.0, bytes[3] / 255.0);
 }
 
+// Reads pixels of 1 (grey), 2 (grey and alpha), 3 (RGB) or 4 (RGBA) channels as RGBA: grey
+// stands for equal red, green and blue, and a missing alpha is opaque. Reading the decoder's
+// own layout spares a widened copy of the bitmap.
+template <int Channels>
+struct PixelLayout {
+    static std::uint8_t alpha(const std::uint8_t* pixel) {
+        if constexpr (Channels == 2) {
+            return pixel[1];
+        } else if constexpr (Channels == 4) {
+            return pixel[3];
+        } else {
+            return 255;
+        }
+    }
+    // Red, green and blue as one number below 2^24.
+    static std::uint32_t rgb(const std::uint8_t* pixel) {
+        if constexpr (Channels < 3) {
+            return std::uint32_t{pixel[0]} * 0x010101u;
+        } else {
+            return (std::uint32_t{pixel[0]} << 16) | (std::uint32_t{pixel[1]} << 8) | pixel[2];
+        }
+    }
+    static std::uint32_t key(const std::uint8_t* pixel) {
+        if constexpr (Channels == 4) {
+            std::uint32_t key = 0;
+            std::memcpy(&key, pixel, sizeof key);
+            return key;
+        } else {
+            const std::uint32_t value = rgb(pixel);
+            return keyOf({static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
+                          static_cast<std::uint8_t>(value), alpha(pixel)});
+        }
+    }
+};
+
 struct Candidate {
     std::uint32_t key = 0;
     long long count = 0;
@@ -120,8 +156,10 @@ struct Candidate {
 
 // Sets firstPixel of each candidate whose count another candidate shares: the index of the first
 // counted pixel of its colour. Scans only until every such colour has been met.
-void locateTiedCandidates(std::vector<Candidate>& candidates, std::span<const std::uint8_t> rgba,
+template <int Channels>
+void locateTiedCandidates(std::vector<Candidate>& candidates, const std::uint8_t* pixels, std::size_t pixelCount,
                           const std::array<bool, 256>& counted) {
+    using Layout = PixelLayout<Channels>;
     std::sort(candidates.begin(), candidates.end(),
               [](const Candidate& lhs, const Candidate& rhs) { return lhs.count > rhs.count; });
     ColorTally tied;  // count holds the candidate's index + 1
@@ -135,13 +173,12 @@ void locateTiedCandidates(std::vector<Candidate>& candidates, std::span<const st
         }
     }
     std::vector<bool> placed(candidates.size(), false);
-    const std::size_t pixelCount = rgba.size() / 4;
     for (std::size_t pixel = 0; pixel < pixelCount && unplaced > 0; ++pixel) {
-        const std::uint8_t* bytes = rgba.data() + pixel * 4;
-        if (!counted[bytes[3]]) {
+        const std::uint8_t* bytes = pixels + pixel * Channels;
+        if (!counted[Layout::alpha(bytes)]) {
             continue;
         }
-        if (const ColorTally::Slot* slot = tied.find(pixelKey(bytes))) {
+        if (const ColorTally::Slot* slot = tied.find(Layout::key(bytes))) {
             const std::size_t index = slot->count - 1;
             if (!placed[index]) {
                 placed[index] = true;
@@ -149,6 +186,80 @@ void locateTiedCandidates(std::vector<Candidate>& candidates, std::span<const st
                 --unplaced;
             }
         }
+    }
+}
+
+// The colours above the threshold, most frequent first, ties in order of first appearance.
+template <int Channels>
+std::vector<ColorCount> countColors(const std::uint8_t* pixels, std::size_t pixelCount) {
+    using Layout = PixelLayout<Channels>;
+    const auto threshold = static_cast<long long>(static_cast<double>(pixelCount) * coverageFraction);
+    static const std::array<bool, 256> counted = countedAlphas();
+
+    // One pass in memory order. Large images count their opaque pixels in a table indexed by red,
+    // green and blue: similar colours, which neighbouring pixels mostly have, then share cache
+    // lines, where a hash table would scatter them. Other pixels, and all pixels of small images,
+    // go to the hash table, where a run of equal pixels costs one look-up.
+    std::unique_ptr<std::uint32_t, void (*)(void*)> opaque{nullptr, std::free};
+    if (pixelCount >= directCountingPixels) {
+        opaque.reset(static_cast<std::uint32_t*>(std::calloc(std::size_t{1} << 24, sizeof(std::uint32_t))));
+    }
+    std::uint32_t* opaqueCounts = opaque.get();
+    ColorTally tally;
+    ColorTally::Slot* last = nullptr;
+    std::uint32_t lastKey = 0;
+    const std::uint8_t* end = pixels + pixelCount * Channels;
+    for (const std::uint8_t* pixel = pixels; pixel != end; pixel += Channels) {
+        const std::uint8_t alpha = Layout::alpha(pixel);
+        if (!counted[alpha]) {
+            continue;
+        }
+        if (opaqueCounts != nullptr && alpha == 255) {
+            ++opaqueCounts[Layout::rgb(pixel)];
+            continue;
+        }
+        const std::uint32_t key = Layout::key(pixel);
+        if (last == nullptr || key != lastKey) {
+            last = &tally.slotFor(key);
+            lastKey = key;
+        }
+        ++last->count;
+    }
+
+    std::vector<Candidate> candidates;
+    for (const ColorTally::Slot& slot : tally.slots()) {
+        if (slot.count > threshold) {
+            candidates.push_back({slot.key, slot.count, 0});
+        }
+    }
+    for (std::uint32_t rgb = 0; opaqueCounts != nullptr && rgb < (std::uint32_t{1} << 24); ++rgb) {
+        if (opaqueCounts[rgb] > threshold) {
+            const std::uint32_t key = keyOf({static_cast<std::uint8_t>(rgb >> 16), static_cast<std::uint8_t>(rgb >> 8),
+                                             static_cast<std::uint8_t>(rgb), 255});
+            candidates.push_back({key, opaqueCounts[rgb], 0});
+        }
+    }
+    opaque.reset();
+    locateTiedCandidates<Channels>(candidates, pixels, pixelCount, counted);
+    std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& lhs, const Candidate& rhs) {
+        return lhs.count != rhs.count ? lhs.count > rhs.count : lhs.firstPixel < rhs.firstPixel;
+    });
+
+    std::vector<ColorCount> result;
+    result.reserve(candidates.size());
+    for (const Candidate& candidate : candidates) {
+        result.push_back({colorOfKey(candidate.key), candidate.count});
+    }
+    return result;
+}
+
+std::vector<ColorCount> countColors(const std::uint8_t* pixels, int channels, std::size_t pixelCount) {
+    switch (channels) {
+        case 1: return countColors<1>(pixels, pixelCount);
+        case 2: return countColors<2>(pixels, pixelCount);
+        case 3: return countColors<3>(pixels, pixelCount);
+        case 4: return countColors<4>(pixels, pixelCount);
+        default: return {};
     }
 }
 
@@ -177,68 +288,11 @@ std::string readImageFile(const std::filesystem::path& url) {
 }  // namespace
 
 std::vector<ColorCount> countFrequentColors(std::span<const std::uint8_t> rgba, int width, int height) {
-    const long long total = static_cast<long long>(width) * height;
-    if (width <= 0 || height <= 0 || rgba.size() / 4 < static_cast<std::size_t>(total)) {
+    if (width <= 0 || height <= 0 ||
+        rgba.size() / 4 < static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {
         return {};
     }
-    const auto threshold = static_cast<long long>(static_cast<double>(total) * coverageFraction);
-    static const std::array<bool, 256> counted = countedAlphas();
-
-    // One pass in memory order. Large images count their opaque pixels in a table indexed by red,
-    // green and blue: similar colours, which neighbouring pixels mostly have, then share cache
-    // lines, where a hash table would scatter them. Other pixels, and all pixels of small images,
-    // go to the hash table, where a run of equal pixels costs one look-up.
-    std::unique_ptr<std::uint32_t, void (*)(void*)> opaque{nullptr, std::free};
-    if (total >= directCountingPixels) {
-        opaque.reset(static_cast<std::uint32_t*>(std::calloc(std::size_t{1} << 24, sizeof(std::uint32_t))));
-    }
-    std::uint32_t* opaqueCounts = opaque.get();
-    ColorTally tally;
-    ColorTally::Slot* last = nullptr;
-    std::uint32_t lastKey = 0;
-    const std::uint8_t* pixel = rgba.data();
-    const std::uint8_t* end = pixel + total * 4;
-    for (; pixel != end; pixel += 4) {
-        if (!counted[pixel[3]]) {
-            continue;
-        }
-        if (opaqueCounts != nullptr && pixel[3] == 255) {
-            ++opaqueCounts[(std::uint32_t{pixel[0]} << 16) | (std::uint32_t{pixel[1]} << 8) | pixel[2]];
-            continue;
-        }
-        const std::uint32_t key = pixelKey(pixel);
-        if (last == nullptr || key != lastKey) {
-            last = &tally.slotFor(key);
-            lastKey = key;
-        }
-        ++last->count;
-    }
-
-    std::vector<Candidate> candidates;
-    for (const ColorTally::Slot& slot : tally.slots()) {
-        if (slot.count > threshold) {
-            candidates.push_back({slot.key, slot.count, 0});
-        }
-    }
-    for (std::uint32_t rgb = 0; opaqueCounts != nullptr && rgb < (std::uint32_t{1} << 24); ++rgb) {
-        if (opaqueCounts[rgb] > threshold) {
-            const std::array<std::uint8_t, 4> bytes = {static_cast<std::uint8_t>(rgb >> 16),
-                                                       static_cast<std::uint8_t>(rgb >> 8),
-                                                       static_cast<std::uint8_t>(rgb), 255};
-            candidates.push_back({pixelKey(bytes.data()), opaqueCounts[rgb], 0});
-        }
-    }
-    locateTiedCandidates(candidates, rgba.first(static_cast<std::size_t>(total) * 4), counted);
-    std::stable_sort(candidates.begin(), candidates.end(), [](const Candidate& lhs, const Candidate& rhs) {
-        return lhs.count != rhs.count ? lhs.count > rhs.count : lhs.firstPixel < rhs.firstPixel;
-    });
-
-    std::vector<ColorCount> result;
-    result.reserve(candidates.size());
-    for (const Candidate& candidate : candidates) {
-        result.push_back({colorOfKey(candidate.key), candidate.count});
-    }
-    return result;
+    return countColors<4>(rgba.data(), static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
 }
 
 std::vector<ColorCount> thinOutColors(const std::vector<ColorCount>& sorted) {
@@ -263,9 +317,8 @@ void ImageImporter::importBytes(std::string_view bytes, OchreColorProjectItem& g
     if (!image) {
         throw DocumentColorParsingError(unableToOpenMessage);
     }
-    const std::size_t byteCount = static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height) * 4;
-    const std::vector<ColorCount> kept =
-        thinOutColors(countFrequentColors({image->pixels.get(), byteCount}, image->width, image->height));
+    const std::size_t pixelCount = static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height);
+    const std::vector<ColorCount> kept = thinOutColors(countColors(image->pixels.get(), image->channels, pixelCount));
 
     std::vector<ImportedColor> list;
     list.reserve(kept.size());

@@ -188,7 +188,7 @@ TEST(ImageImporter, OrdersEqualCountsByFirstAppearance) {
     }
 }
 
-TEST(ImageImporter, ReadsGreyBitmapsAsRGB) {
+TEST(ImageImporter, ReadsGreyAndSixteenBitBitmaps) {
     std::vector<std::uint8_t> grey(100, 40);
     std::fill(grey.begin(), grey.begin() + 30, std::uint8_t{230});
     ProjectItemPtr group = importImage(encodePng(grey.data(), 10, 10, 1));
@@ -203,6 +203,15 @@ TEST(ImageImporter, ReadsGreyBitmapsAsRGB) {
     group = importImage(encodePng(greyAlpha.data(), 10, 10, 2));
     EXPECT_EQ(names(*group), std::vector<std::string>{"Color 60"});
     EXPECT_EQ(bytesOf(*group, 0), (Rgba{90, 90, 90, 255}));
+
+    // Sixteen-bit samples keep their high byte: 0x8000 and 0x1000 are 128 and 16.
+    group = importImage(std::string("P5\n3 1\n65535\n\x80\x00\x80\x00\x10\x00", 19));
+    EXPECT_EQ(names(*group), std::vector<std::string>{"Color 2"});
+    EXPECT_EQ(bytesOf(*group, 0), (Rgba{128, 128, 128, 255}));
+    group = importImage(std::string("P6\n2 1\n65535\n\xff\xff\x00\x00\x00\x00\x00\x00\x00\x00\xff\xff", 25));
+    EXPECT_EQ(names(*group), (std::vector<std::string>{"Color 1", "Color 1"}));
+    EXPECT_EQ(bytesOf(*group, 0), (Rgba{255, 0, 0, 255}));
+    EXPECT_EQ(bytesOf(*group, 1), (Rgba{0, 0, 255, 255}));
 }
 
 TEST(ImageImporter, RefusesWhatDoesNotDecode) {
