@@ -1,5 +1,5 @@
 // Image import throughput on 24-megapixel (6000 x 4000) bitmaps: the colour count alone on a
-// photo-like bitmap of millions of distinct colours and on flat swatches, and the whole import
+// photo-like bitmap, on flat swatches and on 24 million distinct translucent colours, and the whole import
 // of a JPEG of the photo-like bitmap. Each reports pixels per second.
 #include <benchmark/benchmark.h>
 
@@ -68,6 +68,23 @@ const std::vector<std::uint8_t>& flatSwatches() {
     return pixels;
 }
 
+// The worst case: every pixel a different translucent colour, so every pixel goes to the hash
+// table and the table holds 24 million colours.
+const std::vector<std::uint8_t>& translucentNoise() {
+    static const std::vector<std::uint8_t> pixels = [] {
+        std::vector<std::uint8_t> bytes(static_cast<std::size_t>(pixelCount) * 4);
+        for (std::size_t i = 0; i < static_cast<std::size_t>(pixelCount); ++i) {
+            const std::uint32_t value = static_cast<std::uint32_t>(i);
+            bytes[i * 4] = static_cast<std::uint8_t>(value);
+            bytes[i * 4 + 1] = static_cast<std::uint8_t>(value >> 8);
+            bytes[i * 4 + 2] = static_cast<std::uint8_t>(value >> 16);
+            bytes[i * 4 + 3] = static_cast<std::uint8_t>(200 + (value >> 24));
+        }
+        return bytes;
+    }();
+    return pixels;
+}
+
 void CountColors(benchmark::State& state, const std::vector<std::uint8_t>& (*bitmap)()) {
     const std::vector<std::uint8_t>& pixels = bitmap();
     for (auto _ : state) {
@@ -77,6 +94,7 @@ void CountColors(benchmark::State& state, const std::vector<std::uint8_t>& (*bit
 }
 BENCHMARK_CAPTURE(CountColors, PhotoLike24MP, photoLike)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(CountColors, FlatSwatches24MP, flatSwatches)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(CountColors, TranslucentNoise24MP, translucentNoise)->Unit(benchmark::kMillisecond);
 
 void ImportJpeg24MP(benchmark::State& state) {
     static const std::string jpeg = [] {
