@@ -2,7 +2,12 @@
 
 #include "import/AssetCatalogImporter.h"
 #include "import/CSSFileImporter.h"
+#include "import/DtcgImporter.h"
+#include "import/GenericJsonImporter.h"
+#include "import/ImageImporter.h"
 #include "import/JsonDesignImporter.h"
+#include "import/MaterialJSONImporter.h"
+#include "import/OchreImporter.h"
 #include "import/SVGImporter.h"
 #include "model/Uuid.h"
 
@@ -24,16 +29,20 @@ std::unique_ptr<ColorImporter> plain(const ImportOptions& options) {
 const std::vector<ImportKind>& importKinds() {
     static const std::vector<ImportKind> kinds = {
         {"sketch", "Sketch Import", {}, {}},
-        {"ochre", "Ochre Import", {}, {}},
+        {"ochre", "Ochre Import", plain<OchreImporter>, {}},
         {"figma", "Figma Import", {}, {}},
         {"svg", "SVG Import", plain<SVGImporter>, {}},
-        {"image", "Image Import", {}, {}},
+        {"image", "Image Import", plain<ImageImporter>, {}},
         {"asset-catalog", "Asset Catalog", plain<AssetCatalogImporter>, {}},
         {"css", "CSS Import", plain<CSSFileImporter>, {}},
         {"design-tokens", "Design Tokens JSON Import", plain<JsonDesignImporter>, {}},
-        {"material", "Material Import", {}, {}},
-        {"generic-json", "JSON Import", {}, {}},
-        {"dtcg", "DTCG Import", {}, {}},
+        {"material", "Material Import", plain<MaterialJSONImporter>, {}},
+        {"generic-json", "JSON Import", plain<GenericJsonImporter>, {}},
+        {"dtcg", "DTCG Import",
+         [](const ImportOptions& options) -> std::unique_ptr<ColorImporter> {
+             return std::make_unique<DtcgImporter>(options);
+         },
+         DtcgImporter::importAll},
     };
     return kinds;
 }
