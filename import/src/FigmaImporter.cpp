@@ -1,0 +1,206 @@
+#include "import/FigmaImporter.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "Decompression.h"
+#include "ZipArchive.h"
+#include "colour/FatalError.h"
+
+namespace tintwork {
+
+namespace {
+
+constexpr std::uint32_t oldestUnsupportedVersion = 14;
+
+std::uint32_t readUInt32(std::string_view bytes, std::size_t offset) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        value |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[offset + i])) << (8 * i);
+    }
+    return value;
+}
+
+// The answer of the first "documentColorProfile" entry below `node`, if any.
+std::optional<bool> searchColorProfile(const KiwiDictionary& node) {
+    for (const KiwiEntry& entry : node) {
+        if (entry.name == "documentColorProfile") {
+            const std::string* text = entry.value.string();
+            return text != nullptr && *text == "DISPLAY_P3";
+        }
+        if (const KiwiDictionary* child = entry.value.dictionary()) {
+            if (std::optional<bool> answer = searchColorProfile(*child)) {
+                return answer;
+            }
+        } else if (const KiwiList* list = entry.value.list()) {
+            for (const KiwiValue& element : *list) {
+                if (const KiwiDictionary* member = element.dictionary()) {
+                    if (std::optional<bool> answer = searchColorProfile(*member)) {
+                        return answer;
+                    }
+                }
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+void FigmaImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
+    std::optional<importing::ZipArchive> archive;
+    try {
+        archive.emplace(url);
+    } catch (const importing::ZipOpenError&) {
+        throw DocumentColorParsingError("Unable to open Figma document");
+    }
+    std::optional<std::string> canvas = archive->read("canvas.fig");
+    if (!canvas) {
+        throw DocumentColorParsingError("No figma canvas found");
+    }
+    archive.reset();
+    importCanvas(*canvas, group);
+}
+
+std::string FigmaImporter::decompressChunk(std::string_view chunk, const char* failure, const char* what) {
+    importing::Decompressed inflated = importing::inflateRaw(chunk);
+    if (inflated.bytes) {
+        return std::move(*inflated.bytes);
+    }
+    if (!inflated.tooLarge) {
+        printDiagnostic("Error decoding as zlib " + inflated.error);
+        inflated = importing::decompressZstd(chunk);
+        if (inflated.bytes) {
+            return std::move(*inflated.bytes);
+        }
+    }
+    if (inflated.tooLarge) {
+        throw DocumentColorParsingError(std::string(failure) + ": the " + what +
+                                        " expands past 1 GiB or past any real document's size");
+    }
+    printDiagnostic("Error decoding as zstd " + inflated.error);
+    throw DocumentColorParsingError(failure);
+}
+
+void FigmaImporter::importCanvas(std::string_view canvas, OchreColorProjectItem& group) {
+    // 8 bytes of magic (not checked), the version, then two length-prefixed chunks.
+    if (canvas.size() < 12) {
+        throw DocumentColorParsingError("This Figma document is truncated");
+    }
+    if (readUInt32(canvas, 8) <= oldestUnsupportedVersion) {
+        throw DocumentColorParsingError("This Figma document is too old to convert, re-save it and try again");
+    }
+    constexpr const char* headerFailure = "Failed to decompress Figma header";
+    constexpr const char* dataFailure = "Failed to decompress Figma data";
+    if (canvas.size() < 16 || readUInt32(canvas, 12) > canvas.size() - 16) {
+        throw DocumentColorParsingError(headerFailure);
+    }
+    const std::size_t schemaLength = readUInt32(canvas, 12);
+    const std::string schemaBytes = decompressChunk(canvas.substr(16, schemaLength), headerFailure, "header");
+
+    std::optional<KiwiSchema> schema;
+    try {
+        schema.emplace(schemaBytes);
+    } catch (const KiwiError& error) {
+        throw KiwiError("Unable to read Figma header: " + error.message);
+    }
+
+    const std::size_t dataStart = 20 + schemaLength;
+    if (canvas.size() < dataStart || readUInt32(canvas, 16 + schemaLength) > canvas.size() - dataStart) {
+        throw DocumentColorParsingError(dataFailure);
+    }
+    const std::size_t dataLength = readUInt32(canvas, 16 + schemaLength);
+    const std::string data = decompressChunk(canvas.substr(dataStart, dataLength), dataFailure, "data");
+
+    const std::optional<int> messageType = schema->typeIndex("Message");
+    if (!messageType) {
+        throw FatalError("The Figma schema has no Message type");
+    }
+    KiwiDecoder decoder(std::move(*schema));
+    decoder.setConverter("GUID", makeGUID);
+    decoder.setConverter("Matrix", makeMatrix);
+    KiwiDictionary tree;
+    try {
+        KiwiReader reader(data);
+        tree = decoder.decodeMessage(reader, *messageType);
+    } catch (const KiwiError& error) {
+        throw KiwiError("Unable to read Figma data: " + error.message);
+    }
+
+    const bool isDisplayP3 = findColorProfile(tree);
+    std::vector<ImportedColor> list;
+    collectColors(tree, isDisplayP3, list);
+    addImportedColors(list, group);
+}
+
+bool FigmaImporter::findColorProfile(const KiwiDictionary& tree) const {
+    return searchColorProfile(tree).value_or(false);
+}
+
+void FigmaImporter::collectColors(const KiwiDictionary& node, bool isDisplayP3,
+                                  std::vector<ImportedColor>& list) const {
+    for (const KiwiEntry& entry : node) {
+        const KiwiDictionary* dictionary = entry.value.dictionary();
+        if (dictionary != nullptr && (entry.name == "color" || entry.name == "backgroundColor")) {
+            const KiwiValue* red = dictionary->find("r");
+            const KiwiValue* green = dictionary->find("g");
+            const KiwiValue* blue = dictionary->find("b");
+            const KiwiValue* alpha = dictionary->find("a");
+            if (red == nullptr || green == nullptr || blue == nullptr || alpha == nullptr || !red->number() ||
+                !green->number() || !blue->number() || !alpha->number()) {
+                continue;
+            }
+            const ColorValue color(isDisplayP3 ? ColorEncoding::displayP3 : ColorEncoding::sRGB, *red->number(),
+                                   *green->number(), *blue->number(), *alpha->number());
+            std::vector<NamedColor> colors{NamedColor(color, "color")};
+            if (!isDuplicateColor(colors, std::nullopt, ImportedColorType::singleColor, list)) {
+                list.push_back(ImportedColor{std::move(colors), std::nullopt, ImportedColorType::singleColor});
+            }
+        } else if (dictionary != nullptr) {
+            collectColors(*dictionary, isDisplayP3, list);
+        } else if (const KiwiList* elements = entry.value.list()) {
+            for (const KiwiValue& element : *elements) {
+                if (const KiwiDictionary* child = element.dictionary()) {
+                    collectColors(*child, isDisplayP3, list);
+                }
+            }
+        }
+    }
+}
+
+KiwiValue FigmaImporter::makeGUID(KiwiValue decoded) {
+    auto guid = std::make_shared<GUID>();
+    if (const KiwiDictionary* fields = decoded.dictionary()) {
+        if (const KiwiValue* session = fields->find("sessionID")) {
+            guid->sessionID = *session;
+        }
+        if (const KiwiValue* local = fields->find("localID")) {
+            guid->localID = *local;
+        }
+    }
+    return std::shared_ptr<const KiwiObject>(std::move(guid));
+}
+
+KiwiValue FigmaImporter::makeMatrix(KiwiValue decoded) {
+    auto matrix = std::make_shared<Matrix>();
+    if (const KiwiDictionary* fields = decoded.dictionary()) {
+        for (int row = 0; row < 10; ++row) {
+            std::vector<KiwiValue> values;
+            for (int column = 0; column < 10; ++column) {
+                const KiwiValue* value = fields->find("m" + std::to_string(row) + std::to_string(column));
+                if (value == nullptr) {
+                    break;
+                }
+                values.push_back(*value);
+            }
+            if (values.empty()) {
+                break;
+            }
+            matrix->values.push_back(std::move(values));
+        }
+    }
+    return std::shared_ptr<const KiwiObject>(std::move(matrix));
+}
+
+}  // namespace tintwork
