@@ -48,19 +48,39 @@ std::optional<bool> searchColorProfile(const KiwiDictionary& node) {
 
 }  // namespace
 
-void FigmaImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
-    std::optional<importing::ZipArchive> archive;
-    try {
-        archive.emplace(url);
-    } catch (const importing::ZipOpenError&) {
-        throw DocumentColorParsingError("Unable to open Figma document");
-    }
-    std::optional<std::string> canvas = archive->read("canvas.fig");
+namespace {
+
+// The whole "canvas.fig" of an opened archive.
+std::string readCanvas(importing::ZipArchive& archive) {
+    std::optional<std::string> canvas = archive.read("canvas.fig");
     if (!canvas) {
         throw DocumentColorParsingError("No figma canvas found");
     }
-    archive.reset();
-    importCanvas(*canvas, group);
+    return std::move(*canvas);
+}
+
+}  // namespace
+
+void FigmaImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
+    std::string canvas;
+    try {
+        importing::ZipArchive archive(url);
+        canvas = readCanvas(archive);
+    } catch (const importing::ZipOpenError&) {
+        throw DocumentColorParsingError("Unable to open Figma document");
+    }
+    importCanvas(canvas, group);
+}
+
+void FigmaImporter::importArchive(std::string_view archiveBytes, OchreColorProjectItem& group) {
+    std::string canvas;
+    try {
+        importing::ZipArchive archive(archiveBytes);
+        canvas = readCanvas(archive);
+    } catch (const importing::ZipOpenError&) {
+        throw DocumentColorParsingError("Unable to open Figma document");
+    }
+    importCanvas(canvas, group);
 }
 
 std::string FigmaImporter::decompressChunk(std::string_view chunk, const char* failure, const char* what) {

@@ -42,6 +42,16 @@ void SketchImporter::importColors(const std::filesystem::path& url, OchreColorPr
     importEntries([&](const std::string& name) { return archive->read(name); }, group);
 }
 
+void SketchImporter::importArchive(std::string_view archiveBytes, OchreColorProjectItem& group) {
+    std::optional<importing::ZipArchive> archive;
+    try {
+        archive.emplace(archiveBytes);
+    } catch (const importing::ZipOpenError& error) {
+        throw DocumentColorParsingError(error.what());
+    }
+    importEntries([&](const std::string& name) { return archive->read(name); }, group);
+}
+
 void SketchImporter::importEntries(const EntryReader& readEntry, OchreColorProjectItem& group) {
     const std::optional<std::string> documentText = readEntry("document.json");
     if (!documentText) {

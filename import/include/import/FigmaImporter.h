@@ -30,6 +30,8 @@ public:
     FigmaImporter() = default;
 
     void importColors(const std::filesystem::path& url, OchreColorProjectItem& group) override;
+    // The same import from the bytes of a whole document.
+    void importArchive(std::string_view archive, OchreColorProjectItem& group);
     // The same import from the bytes of a document's "canvas.fig".
     void importCanvas(std::string_view canvas, OchreColorProjectItem& group);
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "colour/ColorSpace.h"
@@ -24,6 +25,8 @@ public:
     using EntryReader = std::function<std::optional<std::string>(const std::string&)>;
 
     void importColors(const std::filesystem::path& url, OchreColorProjectItem& group) override;
+    // The same import from the bytes of a whole document.
+    void importArchive(std::string_view archive, OchreColorProjectItem& group);
     // The same import over entries read by `readEntry`.
     void importEntries(const EntryReader& readEntry, OchreColorProjectItem& group);
 
