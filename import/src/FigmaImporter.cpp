@@ -1,6 +1,7 @@
 #include "import/FigmaImporter.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -60,6 +61,20 @@ std::string readCanvas(importing::ZipArchive& archive) {
 }
 
 }  // namespace
+
+std::size_t FigmaImporter::ColorKeyHash::operator()(const ColorKey& key) const {
+    std::size_t hash = static_cast<std::size_t>(key.encoding);
+    for (double component : key.components) {
+        hash = hash * 1000003u ^ std::hash<double>()(component);
+    }
+    return hash;
+}
+
+FigmaImporter::ColorKey FigmaImporter::colorKey(const ColorValue& color) {
+    // Adding zero turns -0.0 into 0.0, which compares equal to it and must hash alike.
+    return ColorKey{color.encoding(),
+                    {color.red() + 0.0, color.green() + 0.0, color.blue() + 0.0, color.alpha() + 0.0}};
+}
 
 void FigmaImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
     std::string canvas;
@@ -160,6 +175,17 @@ bool FigmaImporter::findColorProfile(const KiwiDictionary& tree) const {
 
 void FigmaImporter::collectColors(const KiwiDictionary& node, bool isDisplayP3,
                                   std::vector<ImportedColor>& list) const {
+    ColorIndex seen;
+    for (const ImportedColor& entry : list) {
+        if (entry.type == ImportedColorType::singleColor && entry.colors.size() == 1) {
+            seen.insert(colorKey(entry.colors.front().color));
+        }
+    }
+    collectColors(node, isDisplayP3, list, seen);
+}
+
+void FigmaImporter::collectColors(const KiwiDictionary& node, bool isDisplayP3, std::vector<ImportedColor>& list,
+                                  ColorIndex& seen) const {
     for (const KiwiEntry& entry : node) {
         const KiwiDictionary* dictionary = entry.value.dictionary();
         if (dictionary != nullptr && (entry.name == "color" || entry.name == "backgroundColor")) {
@@ -173,16 +199,17 @@ void FigmaImporter::collectColors(const KiwiDictionary& node, bool isDisplayP3,
             }
             const ColorValue color(isDisplayP3 ? ColorEncoding::displayP3 : ColorEncoding::sRGB, *red->number(),
                                    *green->number(), *blue->number(), *alpha->number());
-            std::vector<NamedColor> colors{NamedColor(color, "color")};
-            if (!isDuplicateColor(colors, std::nullopt, ImportedColorType::singleColor, list)) {
-                list.push_back(ImportedColor{std::move(colors), std::nullopt, ImportedColorType::singleColor});
+            // A single colour is a duplicate exactly when an equal colour is in the list, so
+            // an index of the colours met answers for isDuplicateColor without a scan.
+            if (seen.insert(colorKey(color)).second) {
+                list.push_back(ImportedColor{{NamedColor(color, "color")}, std::nullopt, ImportedColorType::singleColor});
             }
         } else if (dictionary != nullptr) {
-            collectColors(*dictionary, isDisplayP3, list);
+            collectColors(*dictionary, isDisplayP3, list, seen);
         } else if (const KiwiList* elements = entry.value.list()) {
             for (const KiwiValue& element : *elements) {
                 if (const KiwiDictionary* child = element.dictionary()) {
-                    collectColors(*child, isDisplayP3, list);
+                    collectColors(*child, isDisplayP3, list, seen);
                 }
             }
         }
@@ -208,7 +235,8 @@ KiwiValue FigmaImporter::makeMatrix(KiwiValue decoded) {
         for (int row = 0; row < 10; ++row) {
             std::vector<KiwiValue> values;
             for (int column = 0; column < 10; ++column) {
-                const KiwiValue* value = fields->find("m" + std::to_string(row) + std::to_string(column));
+                const char key[] = {'m', static_cast<char>('0' + row), static_cast<char>('0' + column), '\0'};
+                const KiwiValue* value = fields->find(key);
                 if (value == nullptr) {
                     break;
                 }

@@ -3,8 +3,11 @@
 // Kiwi schema and a Kiwi message, decoded whole into a generic tree whose colour-shaped
 // values are harvested regardless of layers, pages or visibility.
 
+#include <array>
+#include <cstddef>
 #include <filesystem>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "import/ColorImporter.h"
@@ -46,6 +49,20 @@ public:
     static KiwiValue makeMatrix(KiwiValue decoded);
 
 private:
+    // The exact value of a colour, which is what makes a single colour a duplicate.
+    struct ColorKey {
+        ColorEncoding encoding;
+        std::array<double, 4> components;
+        friend bool operator==(const ColorKey&, const ColorKey&) = default;
+    };
+    struct ColorKeyHash {
+        std::size_t operator()(const ColorKey& key) const;
+    };
+    using ColorIndex = std::unordered_set<ColorKey, ColorKeyHash>;
+    static ColorKey colorKey(const ColorValue& color);
+
+    void collectColors(const KiwiDictionary& node, bool isDisplayP3, std::vector<ImportedColor>& list,
+                       ColorIndex& seen) const;
     // Cuts a chunk out of the canvas and decompresses it, DEFLATE first and zstd second.
     std::string decompressChunk(std::string_view chunk, const char* failure, const char* what);
 };
