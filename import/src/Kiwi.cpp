@@ -299,6 +299,9 @@ KiwiValue KiwiDecoder::decodeField(KiwiReader& reader, int type, bool array) {
 }
 
 KiwiValue KiwiDecoder::decodeSingle(KiwiReader& reader, int type) {
+    if (++valueCount_ > valueLimit_) {
+        throw KiwiError("Kiwi data holds more than " + std::to_string(valueLimit_) + " values");
+    }
     KiwiValue value;
     if (type < 0) {
         value = decodePrimitive(reader, type);

@@ -51,7 +51,7 @@ ZipArchive::~ZipArchive() {
 }
 
 std::optional<std::string> ZipArchive::read(const std::string& name) {
-    const zip_int64_t index = zip_name_locate(archive_, name.c_str(), ZIP_FL_ENC_UTF_8);
+    const zip_int64_t index = zip_name_locate(archive_, name.c_str(), ZIP_FL_ENC_GUESS);
     if (index < 0) {
         return std::nullopt;
     }

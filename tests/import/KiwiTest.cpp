@@ -251,6 +251,14 @@ TEST(KiwiDecoder, RefusesDataItCannotRead) {
         shallow += bytesOf({9});
     }
     EXPECT_EQ(decode(shallow + std::string(256, '\0')), "(no error)");
+    // Empty structs take no bytes, so only the value limit bounds an array of them.
+    EXPECT_EQ(errorOf([] {
+                  Decoding decoding({{"Empty", 1, {}}, {"Many", 2, {{"items", 0, true, 1}}}},
+                                    bytesOf({1, 0xE8, 0x07}) + std::string(1000, '\0'));
+                  decoding.decoder.setValueLimit(500);
+                  decoding.decoder.decodeMessage(decoding.reader, 1);
+              }),
+              "Kiwi data holds more than 500 values");
 }
 
 TEST(KiwiDecoder, StopsTheProgramForUnknownPrimitivesAndKinds) {

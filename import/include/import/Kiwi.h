@@ -42,8 +42,8 @@ class KiwiDictionary {
 public:
     const KiwiValue* find(std::string_view name) const;
     void set(std::string name, KiwiValue value);
-    std::size_t size() const { return entries_.size(); }
-    bool empty() const { return entries_.empty(); }
+    std::size_t size() const;
+    bool empty() const;
     std::vector<KiwiEntry>::const_iterator begin() const;
     std::vector<KiwiEntry>::const_iterator end() const;
 
@@ -82,6 +82,9 @@ struct KiwiEntry {
     std::string name;
     KiwiValue value;
 };
+
+inline std::size_t KiwiDictionary::size() const { return entries_.size(); }
+inline bool KiwiDictionary::empty() const { return entries_.empty(); }
 
 // Reads Kiwi primitives from a byte buffer it does not own. Reading past the end
 // throws KiwiError; nothing is ever read outside the buffer.
@@ -166,6 +169,9 @@ class KiwiDecoder {
 public:
     // Messages and structs nest at most this deep.
     static constexpr int maxDepth = 256;
+    // By default a decoder builds at most this many values (each takes some tens of bytes),
+    // so that data of many tiny values cannot grow a tree without bound.
+    static constexpr std::size_t defaultValueLimit = std::size_t{1} << 25;
 
     explicit KiwiDecoder(KiwiSchema schema);
 
@@ -181,6 +187,8 @@ public:
     KiwiValue decodeField(KiwiReader& reader, int type, bool array);
 
     const KiwiSchema& schema() const { return schema_; }
+    // Decoding more values than this, over all calls, throws KiwiError.
+    void setValueLimit(std::size_t limit) { valueLimit_ = limit; }
 
 private:
     KiwiValue decodeSingle(KiwiReader& reader, int type);
@@ -193,6 +201,8 @@ private:
     std::vector<const KiwiConverter*> schemaConverters_;     // by type index
     std::vector<const KiwiConverter*> primitiveConverters_;  // by -type - 1
     int depth_ = 0;
+    std::size_t valueCount_ = 0;
+    std::size_t valueLimit_ = defaultValueLimit;
 };
 
 }  // namespace tintwork
