@@ -2,6 +2,7 @@
 find_package(PkgConfig REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(nlohmann_json 3 REQUIRED)
+find_package(CLI11 CONFIG REQUIRED)
 find_package(ZLIB REQUIRED)
 pkg_check_modules(ZSTD REQUIRED IMPORTED_TARGET libzstd)
 pkg_check_modules(LIBZIP REQUIRED IMPORTED_TARGET libzip)

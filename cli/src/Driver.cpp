@@ -74,7 +74,7 @@ int dispatch(const std::map<std::string, std::string>& table, std::ostream& out)
         return invalidParameters(out);
     }
     if (auto document = expandedOption(table, "-b")) {
-        return runBuild(*document, expandedOption(table, "-o"), out);
+        return runBuild(*document, expandedOption(table, "-o"), out, out);
     }
     if (auto document = expandedOption(table, "-t")) {
         // The output folder is read like in the other flows but a test report is never
@@ -89,7 +89,7 @@ int dispatch(const std::map<std::string, std::string>& table, std::ostream& out)
         }
         auto autoHighContrast = lookup(table, "-autohc");
         return runImportedBuild(*json, *settings, expandedOption(table, "-o"),
-                                autoHighContrast && lowercased(*autoHighContrast) == "true", out);
+                                autoHighContrast && lowercased(*autoHighContrast) == "true", out, out);
     }
     return invalidParameters(out);
 }

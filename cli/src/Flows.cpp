@@ -6,6 +6,7 @@
 #include <memory>
 #include <ostream>
 
+#include "Documents.h"
 #include "cli/Driver.h"
 #include "colour/FatalError.h"
 #include "contrast/Tester.h"
@@ -15,15 +16,14 @@
 
 namespace tintwork {
 
-namespace {
-
-// Reads and parses a document. Read and parse failures are thrown to the flow.
 std::shared_ptr<OchreColorProject> loadDocument(const std::filesystem::path& path) {
     const std::string bytes = readFileBytes(path);
     auto project = OchreColorFileReader().read(bytes);
     project->name = path.stem().string();
     return project;
 }
+
+namespace {
 
 std::vector<std::string> allBuildGroups(const OchreColorProject& project) {
     std::vector<std::string> uuids;
@@ -46,13 +46,13 @@ constexpr long long maximumExitStatus = 255;
 // Runs the steps of a build flow and reports its outcome: the first error ends
 // the flow with its text; program faults pass on to the driver.
 template <typename Steps>
-int reportBuild(std::ostream& out, Steps&& steps) {
+int reportBuild(std::ostream& out, std::ostream& err, Steps&& steps) {
     try {
         steps();
     } catch (const FatalError&) {
         throw;
     } catch (const std::exception& error) {
-        out << "Error building " << error.what() << '\n';
+        err << "Error building " << error.what() << '\n';
         return exitFailure;
     }
     out << "Build Completed Successfully\n";
@@ -61,8 +61,9 @@ int reportBuild(std::ostream& out, Steps&& steps) {
 
 }  // namespace
 
-int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out) {
-    return reportBuild(out, [&] {
+int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out,
+             std::ostream& err) {
+    return reportBuild(out, err, [&] {
         const std::filesystem::path documentURL(documentPath);
         Builder builder = makeBuilder(loadDocument(documentURL), documentURL, outputFolder);
         builder.buildAll();
@@ -70,11 +71,16 @@ int runBuild(const std::string& documentPath, const std::optional<std::string>& 
 }
 
 int runImportedBuild(const std::string& jsonPath, const std::string& settingsPath,
-                     const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out) {
-    return reportBuild(out, [&] {
+                     const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out,
+                     std::ostream& err, const TokenReader& readTokens) {
+    return reportBuild(out, err, [&] {
         const std::filesystem::path settingsURL(settingsPath);
         Builder builder = makeBuilder(loadDocument(settingsURL), settingsURL, outputFolder);
-        builder.importColors(std::filesystem::path(jsonPath), autoHighContrast);
+        if (readTokens) {
+            builder.replaceItems(readTokens(std::filesystem::path(jsonPath)), autoHighContrast);
+        } else {
+            builder.importColors(std::filesystem::path(jsonPath), autoHighContrast);
+        }
         builder.buildAll();
     });
 }

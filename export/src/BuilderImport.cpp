@@ -30,7 +30,10 @@ void useAutomaticHighContrast(OchreColorProjectItem& item) {
 
 void Builder::importColors(const std::filesystem::path& url, bool autoHighContrast) {
     // Nothing in the project changes until the importer has finished.
-    ProjectItemPtr root = Importer().importFile(url, ImportSourceKind::designTokensJSON);
+    replaceItems(Importer().importFile(url, ImportSourceKind::designTokensJSON), autoHighContrast);
+}
+
+void Builder::replaceItems(ProjectItemPtr root, bool autoHighContrast) {
     BuildGroupPtr firstGroup = project->buildGroups.empty() ? nullptr : project->buildGroups.front();
     if (root->group) {
         for (const ProjectItemPtr& child : root->group->items) {
@@ -40,7 +43,7 @@ void Builder::importColors(const std::filesystem::path& url, bool autoHighContra
             }
         }
     }
-    project->items = {root};
+    project->items = {std::move(root)};
 }
 
 }  // namespace tintwork

@@ -221,7 +221,15 @@ void JsonDesignExporter::exportTo(const std::filesystem::path& folder, const Bui
                                   const std::vector<ProjectItemPtr>& items, const std::filesystem::path&) {
     const std::filesystem::path target = folder / task.exportFileNameWithExtension();
     removeItemIgnoringErrors(target);
+    const std::string text = exportText(task, items);
+    try {
+        writeFileAtomically(target, text);
+    } catch (const std::exception& error) {
+        throw BuildError(std::string("Unable to export JSON file: ") + error.what());
+    }
+}
 
+std::string JsonDesignExporter::exportText(const BuildTask& task, const std::vector<ProjectItemPtr>& items) {
     std::array<Tree, 4> trees = {
         Tree{ColorSource::light, "Light"},
         Tree{ColorSource::dark, "Dark"},
@@ -252,11 +260,7 @@ void JsonDesignExporter::exportTo(const std::filesystem::path& folder, const Bui
     if (text.empty()) {
         throw BuildError("Unable to export JSON file");
     }
-    try {
-        writeFileAtomically(target, text);
-    } catch (const std::exception& error) {
-        throw BuildError(std::string("Unable to export JSON file: ") + error.what());
-    }
+    return text;
 }
 
 std::string JsonDesignExporter::jsonExportText() const {

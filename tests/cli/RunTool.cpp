@@ -25,6 +25,15 @@ std::string slurp(int fd) {
 }  // namespace
 
 ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory) {
+    return runProgram(TINTWORK_EXECUTABLE, args, workingDirectory);
+}
+
+ToolRun runTintwork(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory) {
+    return runProgram(TINTWORK_COMMAND, args, workingDirectory);
+}
+
+ToolRun runProgram(const std::string& executable, const std::vector<std::string>& args,
+                   const std::filesystem::path& workingDirectory) {
     TemporaryFolder capture;
     const auto outPath = capture.path() / "out";
     const auto errPath = capture.path() / "err";
@@ -41,7 +50,7 @@ ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::pat
         dup2(outFd, 1);
         dup2(errFd, 2);
         std::vector<char*> argv;
-        std::string program = TINTWORK_EXECUTABLE;
+        std::string program = executable;
         argv.push_back(program.data());
         std::vector<std::string> copies(args);
         for (auto& arg : copies) {

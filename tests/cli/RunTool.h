@@ -15,6 +15,11 @@ struct ToolRun {
 
 // Runs TintWorkCLI with `args` in `workingDirectory` (the current one when empty).
 ToolRun runTool(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory = {});
+// Runs the tintwork command likewise.
+ToolRun runTintwork(const std::vector<std::string>& args, const std::filesystem::path& workingDirectory = {});
+// Runs any program likewise.
+ToolRun runProgram(const std::string& executable, const std::vector<std::string>& args,
+                   const std::filesystem::path& workingDirectory = {});
 
 // A fresh empty folder under the system's temporary folder, removed on destruction.
 class TemporaryFolder {

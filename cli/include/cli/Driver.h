@@ -1,11 +1,15 @@
 #pragma once
 // The top level of TintWorkCLI: scans the arguments, picks one flow and runs it.
 
+#include <filesystem>
+#include <functional>
 #include <iosfwd>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "model/Project.h"
 
 namespace tintwork {
 
@@ -18,11 +22,20 @@ inline constexpr int exitFatal = 134;
 // pair strictly by position (1 with 2, 3 with 4, ...); an unpaired tail is dropped.
 std::map<std::string, std::string> scanArguments(const std::vector<std::string>& args);
 
-// The three flows. Each prints its own lines to `out` and returns the exit status.
-int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out);
+// Reads a token file into the group that an import-and-build puts in place of the
+// document's items.
+using TokenReader = std::function<ProjectItemPtr(const std::filesystem::path&)>;
+
+// The three flows. Each prints its lines to `out` and its one error line ("Error building
+// ...", "Error testing ...") to `err`, and returns the exit status. TintWorkCLI passes
+// standard output for both.
+int runBuild(const std::string& documentPath, const std::optional<std::string>& outputFolder, std::ostream& out,
+             std::ostream& err);
 int runTests(const std::string& documentPath, std::ostream& out);
+// Without a reader the token file is read as the program's own Design Tokens JSON.
 int runImportedBuild(const std::string& jsonPath, const std::string& settingsPath,
-                     const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out);
+                     const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out,
+                     std::ostream& err, const TokenReader& readTokens = {});
 
 // The whole program: dispatch on the arguments (element 0 being the program path) and
 // run the chosen flow. Fatal errors are reported on `err` with status 134.

@@ -21,6 +21,8 @@ public:
     // the first build group; with autoHighContrast the imported items get automatic
     // high-contrast variants.
     void importColors(const std::filesystem::path& url, bool autoHighContrast);
+    // The same with a group some importer has already read: it becomes the project's one item.
+    void replaceItems(ProjectItemPtr root, bool autoHighContrast);
     // Runs all groups in order; the first error ends the run and is thrown unchanged.
     void buildAll();
 

@@ -23,6 +23,9 @@ public:
     void exportTo(const std::filesystem::path& folder, const BuildTask& task, const std::vector<ProjectItemPtr>& items,
                   const std::filesystem::path& documentURL) override;
 
+    // The text the file would hold for these items, without writing it. Throws BuildError
+    // "Unable to export JSON file" when the text cannot be made.
+    std::string exportText(const BuildTask& task, const std::vector<ProjectItemPtr>& items);
     // The root of the last export as the file holds it; "null" before any export.
     std::string jsonExportText() const;
 
