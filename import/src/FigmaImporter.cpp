@@ -51,9 +51,16 @@ std::optional<bool> searchColorProfile(const KiwiDictionary& node) {
 
 namespace {
 
-// The whole "canvas.fig" of an opened archive.
-std::string readCanvas(importing::ZipArchive& archive) {
-    std::optional<std::string> canvas = archive.read("canvas.fig");
+// The whole "canvas.fig" of the archive at a path or in memory.
+template <typename Source>
+std::string readCanvas(const Source& source) {
+    std::optional<std::string> canvas;
+    try {
+        importing::ZipArchive archive(source);
+        canvas = archive.read("canvas.fig");
+    } catch (const importing::ZipOpenError&) {
+        throw DocumentColorParsingError("Unable to open Figma document");
+    }
     if (!canvas) {
         throw DocumentColorParsingError("No figma canvas found");
     }
@@ -77,25 +84,11 @@ FigmaImporter::ColorKey FigmaImporter::colorKey(const ColorValue& color) {
 }
 
 void FigmaImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
-    std::string canvas;
-    try {
-        importing::ZipArchive archive(url);
-        canvas = readCanvas(archive);
-    } catch (const importing::ZipOpenError&) {
-        throw DocumentColorParsingError("Unable to open Figma document");
-    }
-    importCanvas(canvas, group);
+    importCanvas(readCanvas(url), group);
 }
 
-void FigmaImporter::importArchive(std::string_view archiveBytes, OchreColorProjectItem& group) {
-    std::string canvas;
-    try {
-        importing::ZipArchive archive(archiveBytes);
-        canvas = readCanvas(archive);
-    } catch (const importing::ZipOpenError&) {
-        throw DocumentColorParsingError("Unable to open Figma document");
-    }
-    importCanvas(canvas, group);
+void FigmaImporter::importArchive(std::string_view archive, OchreColorProjectItem& group) {
+    importCanvas(readCanvas(archive), group);
 }
 
 std::string FigmaImporter::decompressChunk(std::string_view chunk, const char* failure, const char* what) {

@@ -1,5 +1,7 @@
 #include "import/SketchImporter.h"
 
+#include <memory>
+
 #include "ZipArchive.h"
 #include "colour/FatalError.h"
 
@@ -30,25 +32,26 @@ ColorEncoding encodingOf(ColorSpace space) {
     throw FatalError("Sketch Colors don't come in extended SRGB");
 }
 
-}  // namespace
-
-void SketchImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
-    std::optional<importing::ZipArchive> archive;
+// The archive at a path or in memory; a failure to open it is reported in the archive
+// library's words.
+template <typename Source>
+std::unique_ptr<importing::ZipArchive> openArchive(const Source& source) {
     try {
-        archive.emplace(url);
+        return std::make_unique<importing::ZipArchive>(source);
     } catch (const importing::ZipOpenError& error) {
         throw DocumentColorParsingError(error.what());
     }
+}
+
+}  // namespace
+
+void SketchImporter::importColors(const std::filesystem::path& url, OchreColorProjectItem& group) {
+    const auto archive = openArchive(url);
     importEntries([&](const std::string& name) { return archive->read(name); }, group);
 }
 
 void SketchImporter::importArchive(std::string_view archiveBytes, OchreColorProjectItem& group) {
-    std::optional<importing::ZipArchive> archive;
-    try {
-        archive.emplace(archiveBytes);
-    } catch (const importing::ZipOpenError& error) {
-        throw DocumentColorParsingError(error.what());
-    }
+    const auto archive = openArchive(archiveBytes);
     importEntries([&](const std::string& name) { return archive->read(name); }, group);
 }
 

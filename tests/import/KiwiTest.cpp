@@ -23,6 +23,17 @@ std::string bytesOf(std::initializer_list<unsigned> values) {
     return bytes;
 }
 
+// A reader over bytes of its own.
+struct OwnedReader {
+    explicit OwnedReader(std::string data) : bytes(std::move(data)), reader(bytes) {}
+    OwnedReader(const OwnedReader&) = delete;
+    OwnedReader& operator=(const OwnedReader&) = delete;
+    KiwiReader* operator->() { return &reader; }
+
+    std::string bytes;
+    KiwiReader reader;
+};
+
 std::uint32_t varUInt(const std::string& bytes, std::size_t* consumed = nullptr) {
     KiwiReader reader(bytes);
     const std::uint32_t value = reader.readVarUInt();
@@ -82,9 +93,9 @@ TEST(KiwiReader, ReadsSixtyFourBitIntegersOfUpToTenBytes) {
 }
 
 TEST(KiwiReader, ReadsFloatsWithZeroInOneByte) {
-    KiwiReader zero(bytesOf({0x00, 0x2A}));
-    EXPECT_EQ(zero.readVarFloat(), 0.0f);
-    EXPECT_EQ(zero.offset(), 1u);
+    OwnedReader zero(bytesOf({0x00, 0x2A}));
+    EXPECT_EQ(zero->readVarFloat(), 0.0f);
+    EXPECT_EQ(zero->offset(), 1u);
     for (float value : {1.0f, -2.5f, 0.1f, 0.9607843160629272f, std::numeric_limits<float>::max(),
                         std::numeric_limits<float>::infinity()}) {
         KiwiWriter out;
@@ -93,32 +104,32 @@ TEST(KiwiReader, ReadsFloatsWithZeroInOneByte) {
         EXPECT_EQ(KiwiReader(out.bytes).readVarFloat(), value);
     }
     // 1.0 has its exponent byte first: 0x7F after the rotation.
-    EXPECT_EQ(KiwiReader(bytesOf({0x7F, 0x00, 0x00, 0x00})).readVarFloat(), 1.0f);
+    EXPECT_EQ(OwnedReader(bytesOf({0x7F, 0x00, 0x00, 0x00}))->readVarFloat(), 1.0f);
 }
 
 TEST(KiwiReader, ReadsStringsAsLatin1) {
-    KiwiReader reader(bytesOf({'a', 'b', 0, 0xC3, 0xA9, 0, 0, 0xFF, 0}));
-    EXPECT_EQ(reader.readString(), "ab");
-    EXPECT_EQ(reader.readString(), "\u00C3\u00A9");  // two characters, not one é
-    EXPECT_EQ(reader.readString(), "");
-    EXPECT_EQ(reader.readString(), "\u00FF");
-    EXPECT_EQ(reader.remaining(), 0u);
-    EXPECT_TRUE(KiwiReader(bytesOf({2})).readBool());
-    EXPECT_FALSE(KiwiReader(bytesOf({0})).readBool());
+    OwnedReader reader(bytesOf({'a', 'b', 0, 0xC3, 0xA9, 0, 0, 0xFF, 0}));
+    EXPECT_EQ(reader->readString(), "ab");
+    EXPECT_EQ(reader->readString(), "\u00C3\u00A9");  // two characters, not one é
+    EXPECT_EQ(reader->readString(), "");
+    EXPECT_EQ(reader->readString(), "\u00FF");
+    EXPECT_EQ(reader->remaining(), 0u);
+    EXPECT_TRUE(OwnedReader(bytesOf({2}))->readBool());
+    EXPECT_FALSE(OwnedReader(bytesOf({0}))->readBool());
 }
 
 TEST(KiwiReader, StopsAtTheEndOfTheBufferWithAMessage) {
-    EXPECT_EQ(errorOf([] { KiwiReader(std::string()).readByte(); }),
+    EXPECT_EQ(errorOf([] { OwnedReader(std::string())->readByte(); }),
               "Kiwi data ends early: no room for a byte at byte 0 of 0");
-    EXPECT_EQ(errorOf([] { KiwiReader(bytesOf({0x80, 0x80})).readVarUInt(); }),
+    EXPECT_EQ(errorOf([] { OwnedReader(bytesOf({0x80, 0x80}))->readVarUInt(); }),
               "Kiwi data ends early: no room for a byte at byte 2 of 2");
-    EXPECT_EQ(errorOf([] { KiwiReader(bytesOf({0xFF, 0xFF, 0xFF, 0xFF, 0xFF})).readVarUInt(); }),
+    EXPECT_EQ(errorOf([] { OwnedReader(bytesOf({0xFF, 0xFF, 0xFF, 0xFF, 0xFF}))->readVarUInt(); }),
               "Kiwi data ends early: no room for a byte at byte 5 of 5");
-    EXPECT_EQ(errorOf([] { KiwiReader(bytesOf({0x7F, 0x00})).readVarFloat(); }),
+    EXPECT_EQ(errorOf([] { OwnedReader(bytesOf({0x7F, 0x00}))->readVarFloat(); }),
               "Kiwi data ends early: no room for a float at byte 1 of 2");
-    EXPECT_EQ(errorOf([] { KiwiReader(std::string("abc")).readString(); }),
+    EXPECT_EQ(errorOf([] { OwnedReader(std::string("abc"))->readString(); }),
               "Kiwi data ends early: no room for the end of a string at byte 0 of 3");
-    EXPECT_EQ(errorOf([] { KiwiReader(bytesOf({0xFF, 0xFF, 0xFF})).readVarUInt64(); }),
+    EXPECT_EQ(errorOf([] { OwnedReader(bytesOf({0xFF, 0xFF, 0xFF}))->readVarUInt64(); }),
               "Kiwi data ends early: no room for a byte at byte 3 of 3");
 }
 

@@ -91,6 +91,8 @@ inline bool KiwiDictionary::empty() const { return entries_.empty(); }
 class KiwiReader {
 public:
     explicit KiwiReader(std::string_view data) : data_(data) {}
+    // The reader would outlive a temporary buffer.
+    explicit KiwiReader(std::string&&) = delete;
 
     std::uint8_t readByte();
     // One byte; any non-zero value is true.
