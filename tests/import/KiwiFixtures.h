@@ -56,25 +56,25 @@ public:
     std::string bytes;
 };
 
-struct KiwiFieldSpec {
+struct KiwiFieldDefinition {
     std::string name;
     int type = 0;
     bool array = false;
     std::uint32_t value = 0;
 };
 
-struct KiwiTypeSpec {
+struct KiwiTypeDefinition {
     std::string name;
     std::uint8_t kind = 0;  // 0 enum, 1 struct, 2 message
-    std::vector<KiwiFieldSpec> fields;
+    std::vector<KiwiFieldDefinition> fields;
 };
 
-inline std::string encodeSchema(const std::vector<KiwiTypeSpec>& types) {
+inline std::string encodeSchema(const std::vector<KiwiTypeDefinition>& types) {
     KiwiWriter out;
     out.varUInt(types.size());
-    for (const KiwiTypeSpec& type : types) {
+    for (const KiwiTypeDefinition& type : types) {
         out.string(type.name).byte(type.kind).varUInt(type.fields.size());
-        for (const KiwiFieldSpec& field : type.fields) {
+        for (const KiwiFieldDefinition& field : type.fields) {
             out.string(field.name).varInt(field.type).boolean(field.array).varUInt(field.value);
         }
     }
@@ -132,7 +132,7 @@ inline std::string deflateBomb(std::size_t mebibytes) {
 
 // A small schema shaped like Figma's: a "Message" of "NodeChange"s with paints, background
 // colours, a colour profile enum, GUID and Matrix structs and 64-bit integer fields.
-inline std::vector<KiwiTypeSpec> figmaLikeSchema() {
+inline std::vector<KiwiTypeDefinition> figmaLikeSchema() {
     constexpr int floatType = -5;
     return {
         {"DocumentColorProfile", 0, {{"SRGB", 0, false, 0}, {"DISPLAY_P3", 0, false, 1}}},

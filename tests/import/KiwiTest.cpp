@@ -12,7 +12,7 @@
 namespace tintwork {
 namespace {
 
-using testing::KiwiTypeSpec;
+using testing::KiwiTypeDefinition;
 using testing::KiwiWriter;
 
 std::string bytesOf(std::initializer_list<unsigned> values) {
@@ -165,14 +165,14 @@ TEST(KiwiSchema, RefusesCountsTheBytesCannotHold) {
 
 // A decoder over the types, reading `data`.
 struct Decoding {
-    Decoding(const std::vector<KiwiTypeSpec>& types, std::string bytes)
+    Decoding(const std::vector<KiwiTypeDefinition>& types, std::string bytes)
         : decoder(KiwiSchema(testing::encodeSchema(types))), data(std::move(bytes)), reader(data) {}
     KiwiDecoder decoder;
     std::string data;
     KiwiReader reader;
 };
 
-const std::vector<KiwiTypeSpec> pointTypes = {
+const std::vector<KiwiTypeDefinition> pointTypes = {
     {"Side", 0, {{"LEFT", 0, false, 1}, {"RIGHT", 0, false, 2}}},
     {"Point", 1, {{"y", -3, false, 2}, {"x", -3, false, 1}}},
     {"Shape", 2, {{"name", -6, false, 1}, {"points", 1, true, 2}, {"side", 0, false, 3}, {"flags", -1, true, 4},
