@@ -22,6 +22,7 @@ namespace tintwork::bench {
 struct RunResult {
     bool succeeded = false;
     double seconds = 0;
+    double cpuSeconds = 0;  // user and system time of the child
     long peakKilobytes = 0;
     std::string output;
 };
@@ -51,6 +52,8 @@ inline RunResult runTool(std::vector<std::string> arguments, const std::filesyst
     result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     posix_spawn_file_actions_destroy(&actions);
     result.peakKilobytes = usage.ru_maxrss;
+    result.cpuSeconds = static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+                        static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
     std::ifstream in(log);
     std::stringstream text;
     text << in.rdbuf();

@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build clang libclang-rt-14-dev pkg-config
   libgtest-dev libgmock-dev libbenchmark-dev
-  libpugixml-dev nlohmann-json3-dev libzip-dev libzstd-dev zlib1g-dev
+  libpugixml-dev nlohmann-json3-dev libzip-dev libzstd-dev zlib1g-dev libxml2-utils
   libgumbo-dev libre2-dev libstb-dev libutf8proc-dev libcli11-dev
   nodejs chromium glslang-tools aapt
 )

@@ -2,6 +2,7 @@
 // error line on standard error.
 
 #include <ostream>
+#include <stdexcept>
 
 #include "cli/Commands.h"
 #include "cli/Driver.h"
@@ -31,7 +32,12 @@ int runBuildCommand(const BuildCommandOptions& options, std::ostream& out, std::
     importOptions.diagnostics = [&err](std::string_view line) { err << line << '\n'; };
     return runImportedBuild(*options.tokens, options.document, options.outputFolder, options.autoHighContrast, out,
                             err, [&](const std::filesystem::path& tokens) {
-                                return importSource(*kind, tokens, importOptions);
+                                try {
+                                    return importSource(*kind, tokens, importOptions);
+                                } catch (const ImportSourceError& error) {
+                                    // The error line names the file the reader refused.
+                                    throw std::runtime_error(error.source.string() + ": " + error.what());
+                                }
                             });
 }
 

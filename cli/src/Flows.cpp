@@ -1,15 +1,14 @@
 // The build, test and import-and-build flows. Each loads its document, runs the
 // work and turns the outcome into console lines and an exit status.
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <ostream>
 
 #include "Documents.h"
+#include "cli/Commands.h"
 #include "cli/Driver.h"
 #include "colour/FatalError.h"
-#include "contrast/Tester.h"
 #include "export/Builder.h"
 #include "file/OchreColorFileReader.h"
 #include "model/FileIO.h"
@@ -39,9 +38,6 @@ Builder makeBuilder(std::shared_ptr<OchreColorProject> project, const std::files
     auto groups = allBuildGroups(*project);
     return Builder(std::move(project), documentURL, "", std::move(groups), true, outputFolder);
 }
-
-// The highest exit status a process can report; a count above it must not wrap to a pass.
-constexpr long long maximumExitStatus = 255;
 
 // Runs the steps of a build flow and reports its outcome: the first error ends
 // the flow with its text; program faults pass on to the driver.
@@ -86,35 +82,7 @@ int runImportedBuild(const std::string& jsonPath, const std::string& settingsPat
 }
 
 int runTests(const std::string& documentPath, std::ostream& out) {
-    std::vector<ColorTestGroupResult> results;
-    try {
-        Tester tester(loadDocument(std::filesystem::path(documentPath)), std::nullopt);
-        results = tester.run();
-    } catch (const FatalError&) {
-        throw;
-    } catch (const std::exception& error) {
-        out << "Error testing " << error.what() << '\n';
-        return exitFailure;
-    }
-
-    std::string lastPrintedName;
-    long long passedGroups = 0;
-    long long failedGroups = 0;
-    for (const auto& result : results) {
-        if (result.testGroupName != lastPrintedName) {
-            out << "Test " << result.testGroupName << '\n' << "--------------------------------\n";
-            lastPrintedName = result.testGroupName;
-        }
-        out << result.passSummary << '\n' << result.failSummary << '\n';
-        if (result.resultPassPercent <= 99) {
-            ++failedGroups;
-        } else {
-            ++passedGroups;
-        }
-    }
-    out << "Testing complete: " << passedGroups << " test groups passed, " << failedGroups
-        << " test groups failed\n";
-    return static_cast<int>(std::min(failedGroups, maximumExitStatus));
+    return runTestCommand(TestCommandOptions{documentPath, false, std::nullopt, std::nullopt}, out, out);
 }
 
 }  // namespace tintwork

@@ -157,7 +157,8 @@ std::string tokensText(const std::vector<ProjectItemPtr>& groups) {
 std::vector<ProjectItemPtr> readSources(const ImportKind& kind, const ImportCommandOptions& command,
                                         const ImportOptions& options) {
     std::vector<std::filesystem::path> sources(command.sources.begin(), command.sources.end());
-    if (kind.importAll && !options.modes.empty()) {
+    // A kind that reads its sources together sees all of them (references across files).
+    if (kind.importAll) {
         return kind.importAll(sources, options);
     }
     std::vector<ProjectItemPtr> groups;

@@ -37,9 +37,9 @@ struct PreparedItem {
     std::optional<PreparedColor> variants[4];
 };
 
-// The outcome of one comparison.
+// The outcome of one comparison. The message belongs to the test's message cache.
 struct Verdict {
-    SharedText summary;
+    const SharedText* summary = nullptr;
     bool passed = false;
 };
 
@@ -180,10 +180,12 @@ public:
         return std::llround(printed * 10) * 2 + (passed ? 1 : 0);
     }
 
+    // A message without a key is kept only until the next one is asked for.
     template <typename Make>
-    SharedText get(std::optional<long long> key, Make&& make) {
+    const SharedText& get(std::optional<long long> key, Make&& make) {
         if (!key) {
-            return SharedText(make());
+            unkeyed_ = SharedText(make());
+            return unkeyed_;
         }
         return get(*key, std::forward<Make>(make));
     }
@@ -209,12 +211,14 @@ private:
     static constexpr long long directKeys = 4096;
     std::vector<std::optional<SharedText>> direct_ = std::vector<std::optional<SharedText>>(directKeys);
     std::unordered_map<long long, SharedText> others_;
+    SharedText unkeyed_;
 };
 
-// Forms the pairs of the items and compares each in every variant. `compare` gives
-// an optional Verdict for two prepared colours.
+// Forms the pairs of the items, compares each in every variant and hands each result
+// to `handle`. `compare` gives an optional Verdict for two prepared colours. The texts
+// handed on are borrowed from the prepared items and the message cache.
 template <typename Compare>
-std::vector<TestColorResult> comparePairs(const std::vector<ProjectItemPtr>& items, Compare&& compare) {
+void comparePairs(const std::vector<ProjectItemPtr>& items, const ComparisonHandler& handle, Compare&& compare) {
     std::vector<PreparedItem> prepared;
     prepared.reserve(items.size());
     for (const auto& item : items) {
@@ -237,8 +241,6 @@ std::vector<TestColorResult> comparePairs(const std::vector<ProjectItemPtr>& ite
         }
     }
 
-    std::vector<TestColorResult> results;
-    results.reserve(foregrounds.size() * backgrounds.size() * 4);
     for (std::size_t index = 0; index < 4; ++index) {
         const ColorSource source = allColorSources[index];
         const SharedText sourceCSSId(std::string(colorSourceCSSId(source)));
@@ -252,17 +254,16 @@ std::vector<TestColorResult> comparePairs(const std::vector<ProjectItemPtr>& ite
                 if (background == foreground || !backgroundColor) {
                     continue;
                 }
-                std::optional<Verdict> verdict = compare(*foregroundColor, *backgroundColor);
+                const std::optional<Verdict> verdict = compare(*foregroundColor, *backgroundColor);
                 if (!verdict) {
                     continue;
                 }
-                results.push_back({foreground->name, foregroundColor->cssText, background->name,
-                                   backgroundColor->cssText, source, sourceCSSId, std::move(verdict->summary),
-                                   verdict->passed});
+                handle(TestColorComparison{foreground->name, foregroundColor->cssText, background->name,
+                                           backgroundColor->cssText, source, sourceCSSId, *verdict->summary,
+                                           verdict->passed});
             }
         }
     }
-    return results;
 }
 
 std::string shortestDecimal(double value) {
@@ -276,7 +277,13 @@ std::string shortestDecimal(double value) {
 ColorTest::ColorTest(TestTask task, std::vector<ProjectItemPtr> items)
     : test(std::move(task)), testItems(std::move(items)) {}
 
-std::vector<TestColorResult> APCAColorTest::run() const {
+std::vector<TestColorResult> ColorTest::run() const {
+    std::vector<TestColorResult> results;
+    run([&results](const TestColorComparison& result) { results.push_back(result.record()); });
+    return results;
+}
+
+void APCAColorTest::run(const ComparisonHandler& handle) const {
     MessageCache messages;
     if (test.thresholdType == TestThresholdType::textSize) {
         const long long fontSize = test.minFontSize.value_or(18);
@@ -285,48 +292,49 @@ std::vector<TestColorResult> APCAColorTest::run() const {
         const std::string weightText(testFontWeightWord(weight));
         const int weightValue = testFontWeightValue(weight);
         const SharedText pass("Pass");
-        return comparePairs(testItems, [&](const PreparedColor& foreground, const PreparedColor& background) {
+        comparePairs(testItems, handle, [&](const PreparedColor& foreground, const PreparedColor& background) {
             const auto lc = pairLc(foreground, background);
             if (!lc) {
                 return std::optional<Verdict>();
             }
             const int required = apcaRequiredFontSize(std::fabs(roundedToOnePlace(*lc)), weightValue);
             if (fontSize >= required) {
-                return std::optional<Verdict>(Verdict{pass, true});
+                return std::optional<Verdict>(Verdict{&pass, true});
             }
             const SharedText& message = messages.get(required, [&] {
                 return apcaTextSizeMessage(fontSize, weightText, required, false);
             });
-            return std::optional<Verdict>(Verdict{message, false});
+            return std::optional<Verdict>(Verdict{&message, false});
         });
+        return;
     }
 
     const long long minimum = test.threshold.value_or(40);
-    return comparePairs(testItems, [&](const PreparedColor& foreground, const PreparedColor& background) {
+    comparePairs(testItems, handle, [&](const PreparedColor& foreground, const PreparedColor& background) {
         const auto lc = pairLc(foreground, background);
         if (!lc) {
             return std::optional<Verdict>();
         }
         const double tested = std::fabs(roundedToOnePlace(*lc));
         const bool passed = tested > static_cast<double>(minimum);
-        SharedText message = messages.get(MessageCache::tenthsKey(tested, passed),
-                                          [&] { return apcaLuminosityMessage(tested, minimum, passed); });
-        return std::optional<Verdict>(Verdict{std::move(message), passed});
+        const SharedText& message = messages.get(MessageCache::tenthsKey(tested, passed),
+                                                 [&] { return apcaLuminosityMessage(tested, minimum, passed); });
+        return std::optional<Verdict>(Verdict{&message, passed});
     });
 }
 
-std::vector<TestColorResult> WCAGColorTest::run() const {
+void WCAGColorTest::run(const ComparisonHandler& handle) const {
     MessageCache messages;
-    return comparePairs(testItems, [&](const PreparedColor& foreground, const PreparedColor& background) {
+    comparePairs(testItems, handle, [&](const PreparedColor& foreground, const PreparedColor& background) {
         const auto ratio = pairRatio(foreground, background);
         if (!ratio) {
             return std::optional<Verdict>();
         }
         const bool passed = wcagLevel(*ratio) < 2;
         const double printed = roundedToOnePlace(*ratio);
-        SharedText message =
+        const SharedText& message =
             messages.get(MessageCache::tenthsKey(printed, passed), [&] { return wcagMessage(printed, passed); });
-        return std::optional<Verdict>(Verdict{std::move(message), passed});
+        return std::optional<Verdict>(Verdict{&message, passed});
     });
 }
 

@@ -1,8 +1,6 @@
 #include "contrast/Tester.h"
 
 #include <ctime>
-#include <fstream>
-#include <functional>
 
 #include "contrast/ColorTest.h"
 #include "model/FileIO.h"
@@ -29,15 +27,37 @@ void collect(const std::vector<ProjectItemPtr>& items, const TestGroup& group, s
     }
 }
 
-void writeReport(const std::filesystem::path& path, const std::vector<ColorTestGroupResult>& results) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    if (out) {
-        writeResultsJSON(out, results);
-        out.flush();
+// Runs every task of a group over its items, counting the outcomes; with a consumer,
+// each task and comparison is handed on as well.
+TestCounts runTasks(const TestGroup& group, const std::vector<ProjectItemPtr>& testItems,
+                    TestRunConsumer* consumer) {
+    TestCounts counts;
+    for (const auto& task : group.tests) {
+        const auto test = makeColorTest(task, testItems);
+        if (consumer == nullptr) {
+            test->run([&counts](const TestColorComparison& result) { ++(result.passed ? counts.passed : counts.failed); });
+            continue;
+        }
+        consumer->taskStarted(task.name);
+        test->run([&counts, consumer](const TestColorComparison& result) {
+            ++(result.passed ? counts.passed : counts.failed);
+            consumer->comparison(result);
+        });
+        consumer->taskFinished();
     }
-    if (!out) {
-        throw FileError("The test report could not be written to " + path.string());
-    }
+    return counts;
+}
+
+ColorTestGroupResult startGroup(const TestGroup& group) {
+    ColorTestGroupResult result;
+    result.testTime = currentTestTime();
+    result.testGroupName = group.name;
+    return result;
+}
+
+void add(TestCounts& totals, const TestCounts& counts) {
+    totals.passed += counts.passed;
+    totals.failed += counts.failed;
 }
 
 }  // namespace
@@ -46,34 +66,60 @@ Tester::Tester(std::shared_ptr<OchreColorProject> documentProject, std::optional
     : project(std::move(documentProject)), exportToFile(std::move(reportFile)) {}
 
 std::vector<ColorTestGroupResult> Tester::run() {
-    std::vector<ColorTestGroupResult> results;
-    if (!project) {
-        return results;
-    }
-    for (const auto& group : project->testGroups) {
-        if (!group || group->tests.empty()) {
-            continue;
-        }
-        ColorTestGroupResult result;
-        result.testTime = currentTestTime();
-        result.testGroupName = group->name;
-        const auto testItems = itemsForTestGroup(*project, *group);
-        long long passed = 0;
-        long long failed = 0;
-        for (const auto& task : group->tests) {
-            ColorTestResult taskResult{task.name, makeColorTest(task, testItems)->run()};
-            for (const auto& comparison : taskResult.testColors) {
-                ++(comparison.passed ? passed : failed);
-            }
-            result.tests.push_back(std::move(taskResult));
-        }
-        summarise(result, passed, failed);
-        results.push_back(std::move(result));
-    }
+    TestResultCollector collector;
+    run(collector);
     if (exportToFile) {
-        writeReport(*exportToFile, results);
+        AtomicFileStream file(*exportToFile);
+        writeResultsJSON(file.stream(), collector.results);
+        file.commit();
     }
-    return results;
+    return std::move(collector.results);
+}
+
+void Tester::run(TestRunConsumer& consumer) {
+    std::vector<const TestGroup*> groups;
+    if (project) {
+        for (const auto& group : project->testGroups) {
+            if (group && !group->tests.empty()) {
+                groups.push_back(group.get());
+            }
+        }
+    }
+
+    TestCounts totals;
+    if (!consumer.wantsCountsFirst()) {
+        consumer.runStarted(totals);
+        for (const TestGroup* group : groups) {
+            ColorTestGroupResult result = startGroup(*group);
+            consumer.groupStarted(result, TestCounts{});
+            const TestCounts counts = runTasks(*group, itemsForTestGroup(*project, *group), &consumer);
+            summarise(result, counts.passed, counts.failed);
+            add(totals, counts);
+            consumer.groupFinished(result, counts);
+        }
+        consumer.runFinished(totals);
+        return;
+    }
+
+    // Counted first: one pass that keeps only each group's summary, then the pass that
+    // hands the comparisons on. A fatal fault surfaces in the first pass, before any output.
+    std::vector<std::pair<ColorTestGroupResult, TestCounts>> summaries;
+    summaries.reserve(groups.size());
+    for (const TestGroup* group : groups) {
+        ColorTestGroupResult result = startGroup(*group);
+        const TestCounts counts = runTasks(*group, itemsForTestGroup(*project, *group), nullptr);
+        summarise(result, counts.passed, counts.failed);
+        add(totals, counts);
+        summaries.emplace_back(std::move(result), counts);
+    }
+    consumer.runStarted(totals);
+    for (std::size_t index = 0; index < groups.size(); ++index) {
+        const auto& [result, counts] = summaries[index];
+        consumer.groupStarted(result, counts);
+        runTasks(*groups[index], itemsForTestGroup(*project, *groups[index]), &consumer);
+        consumer.groupFinished(result, counts);
+    }
+    consumer.runFinished(totals);
 }
 
 std::vector<ProjectItemPtr> itemsForTestGroup(const OchreColorProject& project, const TestGroup& group) {

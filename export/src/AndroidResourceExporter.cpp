@@ -295,7 +295,18 @@ std::string androidStringText(std::string_view text) {
             case '\t': out += "\\t"; break;
             case '@':
             case '?': out += (i == 0) ? std::string("\\") + c : std::string(1, c); break;
-            default: out += c; break;
+            default:
+                if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
+                    // XML cannot hold other control characters, NUL included; Android reads \uXXXX.
+                    static constexpr char digits[] = "0123456789abcdef";
+                    const auto code = static_cast<unsigned char>(c);
+                    out += "\\u00";
+                    out += digits[code >> 4];
+                    out += digits[code & 0xF];
+                } else {
+                    out += c;
+                }
+                break;
         }
     }
     return out;

@@ -95,6 +95,20 @@ std::string lowercasedJoined(std::string_view text, char joiner) {
     return out;
 }
 
+// Control characters (a NUL from a JSON key, a tab, a line feed) have no place in a
+// name in any output language: they count as blanks, so that the transforms join or
+// drop them like spaces.
+std::string controlCharactersAsBlanks(std::string_view text) {
+    std::string out(text);
+    for (char& character : out) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < 0x20 || byte == 0x7F) {
+            character = ' ';
+        }
+    }
+    return out;
+}
+
 }  // namespace
 
 std::vector<std::string> words(std::string_view text) {
@@ -161,7 +175,9 @@ std::string upperFirst(std::string_view text) {
     return out;
 }
 
-void appendCodeNamePart(std::string& result, std::string_view part, BuildNameTransform transform) {
+void appendCodeNamePart(std::string& result, std::string_view rawPart, BuildNameTransform transform) {
+    const std::string cleaned = controlCharactersAsBlanks(rawPart);
+    const std::string_view part = cleaned;
     const bool joining = !result.empty();
     switch (transform) {
         case BuildNameTransform::none:
@@ -196,11 +212,11 @@ std::string codeName(const std::vector<std::string>& namespaceParts, std::string
     appendCodeNamePart(body, name, task.nameTransform);
     std::string out;
     if (task.namePrefix && !task.namePrefix->empty()) {
-        out = *task.namePrefix;
+        out = controlCharactersAsBlanks(*task.namePrefix);
     }
     out += body;
     if (task.nameSuffix && !task.nameSuffix->empty()) {
-        out += *task.nameSuffix;
+        out += controlCharactersAsBlanks(*task.nameSuffix);
     }
     return out;
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "export/OutputEscapes.h"
 #include "export/TemplateValues.h"
 #include "template/Extension.h"
 #include "template/Resolvable.h"
@@ -155,6 +156,7 @@ void registerExporterTags(stencil::Extension& extension) {
     extension.registerTag("codeSafeName", [](stencil::TokenParser&, const Token& token) {
         return std::make_shared<const CodeNameFormatterNode>(argument(token, 1), token);
     });
+    registerOutputEscapeFilters(extension);
 }
 
 }  // namespace tintwork

@@ -1,7 +1,12 @@
 #include "import/ImportKinds.h"
 
+#include "import/DtcgImporter.h"
 #include "import/FigmaImporter.h"
+#include "import/GenericJsonImporter.h"
+#include "import/ImageImporter.h"
 #include "import/JsonDesignImporter.h"
+#include "import/MaterialJSONImporter.h"
+#include "import/OchreImporter.h"
 #include "import/SketchImporter.h"
 #include "model/Uuid.h"
 
@@ -31,16 +36,20 @@ std::unique_ptr<ColorImporter> sketch(const ImportOptions& options) {
 const std::vector<ImportKind>& importKinds() {
     static const std::vector<ImportKind> kinds = {
         {"sketch", "Sketch Import", sketch, {}},
-        {"ochre", "Ochre Import", {}, {}},
+        {"ochre", "Ochre Import", plain<OchreImporter>, {}},
         {"figma", "Figma Import", plain<FigmaImporter>, {}},
         {"svg", "SVG Import", {}, {}},
-        {"image", "Image Import", {}, {}},
+        {"image", "Image Import", plain<ImageImporter>, {}},
         {"asset-catalog", "Asset Catalog", {}, {}},
         {"css", "CSS Import", {}, {}},
         {"design-tokens", "Design Tokens JSON Import", plain<JsonDesignImporter>, {}},
-        {"material", "Material Import", {}, {}},
-        {"generic-json", "JSON Import", {}, {}},
-        {"dtcg", "DTCG Import", {}, {}},
+        {"material", "Material Import", plain<MaterialJSONImporter>, {}},
+        {"generic-json", "JSON Import", plain<GenericJsonImporter>, {}},
+        {"dtcg", "DTCG Import",
+         [](const ImportOptions& options) -> std::unique_ptr<ColorImporter> {
+             return std::make_unique<DtcgImporter>(options);
+         },
+         DtcgImporter::importAll},
     };
     return kinds;
 }

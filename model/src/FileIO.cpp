@@ -85,21 +85,40 @@ void writeFileBytes(const std::filesystem::path& path, std::string_view bytes) {
 }
 
 void writeFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
+    AtomicFileStream file(path);
+    file.stream().write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.commit();
+}
+
+AtomicFileStream::AtomicFileStream(std::filesystem::path path) : path_(std::move(path)) {
     thread_local std::mt19937_64 generator{std::random_device{}()};
-    std::filesystem::path temporary = path;
-    temporary += ".tmp" + std::to_string(generator() % 1000000000ULL);
-    try {
-        writeFileBytes(temporary, bytes);
-    } catch (const FileError&) {
-        removeItemIgnoringErrors(temporary);
-        throwSaveError(path);
+    temporary_ = path_;
+    temporary_ += ".tmp" + std::to_string(generator() % 1000000000ULL);
+    stream_.open(temporary_, std::ios::binary | std::ios::trunc);
+    if (!stream_) {
+        throwSaveError(path_);
     }
+}
+
+AtomicFileStream::~AtomicFileStream() {
+    if (!committed_) {
+        stream_.close();
+        removeItemIgnoringErrors(temporary_);
+    }
+}
+
+void AtomicFileStream::commit() {
+    stream_.close();
     std::error_code code;
-    std::filesystem::rename(temporary, path, code);
-    if (code) {
-        removeItemIgnoringErrors(temporary);
-        throwSaveError(path);
+    if (stream_) {
+        std::filesystem::rename(temporary_, path_, code);
     }
+    if (!stream_ || code) {
+        removeItemIgnoringErrors(temporary_);
+        committed_ = true;
+        throwSaveError(path_);
+    }
+    committed_ = true;
 }
 
 void createDirectories(const std::filesystem::path& path) {

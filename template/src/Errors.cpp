@@ -44,20 +44,20 @@ SuspiciousFileOperation::SuspiciousFileOperation(std::filesystem::path base, std
 namespace {
 
 std::string describeToken(const Token& token, const std::string& reason) {
-    const SourceMap& map = token.sourceMap;
+    const SourceMap map = token.sourceMap();
     std::string text = map.filename.value_or("") + ":" + std::to_string(map.location.lineNumber) + ":" +
                        std::to_string(map.location.lineOffset) + ": error: " + reason + "\n";
     text += map.location.content + "\n";
-    // The column counts characters; the caret goes under the token's first one.
+    // The excerpt is short, so splitting it into characters costs little; the caret
+    // goes under the token's first one.
     const std::vector<std::string> characters = text::characters(map.location.content);
-    std::size_t offset = map.location.lineOffset > 0 ? static_cast<std::size_t>(map.location.lineOffset) : 0;
-    offset = std::min(offset, characters.size());
+    const std::size_t offset = std::min(map.location.contentOffset, characters.size());
     for (std::size_t index = 0; index < offset; ++index) {
         text += characters[index] == "\t" ? '\t' : ' ';
     }
     text += "^";
-    // Tildes under the rest of the token on its line: up to its closing delimiter
-    // for a tag, or the length of a text.
+    // Tildes under the rest of the token within the excerpt: up to its closing
+    // delimiter for a tag, or the length of a text.
     std::size_t end = characters.size();
     if (token.kind != Token::Kind::text) {
         const char* closer = token.kind == Token::Kind::variable ? "}}" : token.kind == Token::Kind::block ? "%}" : "#}";

@@ -1,6 +1,7 @@
 #include <functional>
 
 #include "Expressions.h"
+#include "Text.h"
 #include "template/Errors.h"
 #include "template/TokenParser.h"
 
@@ -243,7 +244,8 @@ private:
     ExpressionPtr nullDenotation(const IfToken& token) {
         switch (token.kind) {
         case IfToken::Kind::infix:
-            throw TemplateSyntaxError(errorPrefix + "infix operator '" + token.name + "' doesn't have a left hand side");
+            throw TemplateSyntaxError(errorPrefix + "infix operator '" + text::excerpt(token.name) +
+                                      "' doesn't have a left hand side");
         case IfToken::Kind::prefix:
             return std::make_shared<const NotExpression>(parseExpression(token.bindingPower()));
         case IfToken::Kind::variable:
@@ -260,9 +262,11 @@ private:
         case IfToken::Kind::infix:
             return token.op->build(std::move(left), parseExpression(token.bindingPower()));
         case IfToken::Kind::prefix:
-            throw TemplateSyntaxError(errorPrefix + "prefix operator '" + token.name + "' was called with a left hand side");
+            throw TemplateSyntaxError(errorPrefix + "prefix operator '" + text::excerpt(token.name) +
+                                      "' was called with a left hand side");
         case IfToken::Kind::variable:
-            throw TemplateSyntaxError(errorPrefix + "variable '" + token.name + "' was called with a left hand side");
+            throw TemplateSyntaxError(errorPrefix + "variable '" + text::excerpt(token.name) +
+                                      "' was called with a left hand side");
         case IfToken::Kind::subExpression:
             throw TemplateSyntaxError(errorPrefix + "sub expression was called with a left hand side");
         case IfToken::Kind::end:

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "Text.h"
@@ -110,52 +111,94 @@ std::vector<std::string> smartSplit(const std::string& text, char separator) {
     return words;
 }
 
-Token::Token(std::string text, Kind tokenKind, SourceMap map, std::optional<WhitespaceBehaviour> behaviour)
-    : contents(std::move(text)), kind(tokenKind), sourceMap(std::move(map)), whitespace(behaviour) {
+Token::Token(std::string text, Kind tokenKind, std::shared_ptr<const TemplateSource> from, std::size_t at,
+             std::optional<WhitespaceBehaviour> behaviour)
+    : contents(std::move(text)), kind(tokenKind), source(std::move(from)), offset(at), whitespace(behaviour) {
     if (kind != Kind::text) {
         words = smartSplit(contents);
     }
 }
 
-Lexer::Lexer(std::string source, std::optional<std::string> name)
-    : templateString(std::move(source)), templateName(std::move(name)) {}
-
 namespace {
 
-// Tracks line numbers while the lexer walks forward through the text.
-class LineTracker {
-public:
-    LineTracker(const std::string& source, const std::optional<std::string>& name) : text(source), filename(name) {}
+// How many characters of the line an error quotes on either side of the token.
+constexpr std::size_t excerptBefore = 40;
+constexpr std::size_t excerptAfter = 80;
 
-    SourceMap at(std::size_t position) {
-        while (scanned < position) {
-            if (text[scanned] == '\n') {
-                ++line;
-                lineStart = scanned + 1;
-            }
-            ++scanned;
+// Steps back `count` characters from `position`, not before `limit`, landing on the
+// start of a UTF-8 character.
+std::size_t stepBack(std::string_view text, std::size_t position, std::size_t limit, std::size_t count) {
+    while (position > limit && count > 0) {
+        --position;
+        while (position > limit && (static_cast<unsigned char>(text[position]) & 0xC0) == 0x80) {
+            --position;
         }
-        std::size_t lineEnd = text.find('\n', lineStart);
-        if (lineEnd == std::string::npos) {
-            lineEnd = text.size();
-        }
-        std::string content = text.substr(lineStart, lineEnd - lineStart);
-        if (!content.empty() && content.back() == '\r') {
-            content.pop_back();
-        }
-        // The column counts characters, so that it matches what an editor shows.
-        auto column = static_cast<std::ptrdiff_t>(
-            text::characterCount(std::string_view(text).substr(lineStart, position - lineStart)));
-        return SourceMap{filename, SourceLocation{std::move(content), line, column}};
+        --count;
     }
+    return position;
+}
 
-private:
-    const std::string& text;
-    const std::optional<std::string>& filename;
-    std::size_t scanned = 0;
-    std::size_t line = 1;
+std::size_t stepForward(std::string_view text, std::size_t position, std::size_t limit, std::size_t count) {
+    while (position < limit && count > 0) {
+        ++position;
+        while (position < limit && (static_cast<unsigned char>(text[position]) & 0xC0) == 0x80) {
+            ++position;
+        }
+        --count;
+    }
+    return position;
+}
+
+}  // namespace
+
+SourceMap Token::sourceMap() const {
+    SourceMap map;
+    if (!source) {
+        return map;
+    }
+    map.filename = source->filename;
+    const std::string_view text = source->text;
+    const std::size_t position = std::min(offset, text.size());
+    // One pass over the text before the token, only now that someone asks.
     std::size_t lineStart = 0;
-};
+    std::size_t line = 1;
+    for (std::size_t index = 0; index < position; ++index) {
+        if (text[index] == '\n') {
+            ++line;
+            lineStart = index + 1;
+        }
+    }
+    std::size_t lineEnd = text.find('\n', position);
+    if (lineEnd == std::string_view::npos) {
+        lineEnd = text.size();
+    }
+    if (lineEnd > lineStart && text[lineEnd - 1] == '\r') {
+        --lineEnd;
+    }
+    map.location.lineNumber = line;
+    // The column counts characters, so that it matches what an editor shows.
+    map.location.lineOffset =
+        static_cast<std::ptrdiff_t>(text::characterCount(text.substr(lineStart, position - lineStart)));
+    // A long line is quoted only around the token, with "…" where it was cut.
+    const std::size_t begin = stepBack(text, position, lineStart, excerptBefore);
+    const std::size_t end = stepForward(text, std::min(position, lineEnd), lineEnd, excerptAfter);
+    std::string content;
+    if (begin > lineStart) {
+        content = "…";
+    }
+    map.location.contentOffset = text::characterCount(content) + text::characterCount(text.substr(begin, position - begin));
+    content.append(text.substr(begin, end - begin));
+    if (end < lineEnd) {
+        content += "…";
+    }
+    map.location.content = std::move(content);
+    return map;
+}
+
+Lexer::Lexer(std::string text, std::optional<std::string> name)
+    : source(std::make_shared<const TemplateSource>(TemplateSource{std::move(text), std::move(name)})) {}
+
+namespace {
 
 WhitespaceBehaviour::Behaviour markerBehaviour(char character) {
     if (character == '-') {
@@ -228,19 +271,18 @@ private:
 
 std::vector<Token> Lexer::tokenize() const {
     std::vector<Token> tokens;
-    LineTracker lines(templateString, templateName);
-    Scanner scanner(templateString);
+    Scanner scanner(source->text);
     while (!scanner.isEmpty()) {
         std::size_t start = scanner.position();
         char kindCharacter = scanner.scanToNextTag();
         if (kindCharacter == 0) {
             // No further tag: the rest, an unclosed delimiter included, is text.
-            tokens.emplace_back(std::string(scanner.takeRest()), Token::Kind::text, lines.at(start));
+            tokens.emplace_back(std::string(scanner.takeRest()), Token::Kind::text, source, start);
             break;
         }
         auto [open, close] = scanner.range;
         if (open > start) {
-            tokens.emplace_back(std::string(scanner.takeUntil(open)), Token::Kind::text, lines.at(start));
+            tokens.emplace_back(std::string(scanner.takeUntil(open)), Token::Kind::text, source, start);
         }
         std::string_view tag = scanner.takeUntil(close);
         std::string_view inner = tag.substr(2, tag.size() - 4);
@@ -260,7 +302,7 @@ std::vector<Token> Lexer::tokenize() const {
         Token::Kind kind = kindCharacter == '{'   ? Token::Kind::variable
                            : kindCharacter == '%' ? Token::Kind::block
                                                   : Token::Kind::comment;
-        tokens.emplace_back(trimSpaces(inner), kind, lines.at(open), whitespace);
+        tokens.emplace_back(trimSpaces(inner), kind, source, open, whitespace);
     }
     return tokens;
 }

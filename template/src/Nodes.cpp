@@ -49,7 +49,7 @@ class NestingGuard {
 public:
     explicit NestingGuard(Context& context, const std::string& name) : state(context.state()) {
         if (state.nestingDepth >= maximumNestingDepth) {
-            throw TemplateSyntaxError("Template '" + name + "' is nested more than " +
+            throw TemplateSyntaxError("Template '" + text::excerpt(name) + "' is nested more than " +
                                       std::to_string(maximumNestingDepth) +
                                       " levels deep; does it include or extend itself?");
         }
@@ -67,7 +67,7 @@ std::string resolveTemplateName(const Variable& templateName, Context& context) 
     Value name = templateName.resolve(context);
     const std::string* text = name.asString();
     if (text == nullptr) {
-        throw TemplateSyntaxError("'" + templateName.variable + "' could not be resolved as a string");
+        throw TemplateSyntaxError("'" + text::excerpt(templateName.variable) + "' could not be resolved as a string");
     }
     return *text;
 }
@@ -340,7 +340,7 @@ std::string LoopTerminationNode::render(Context& context) const {
             found = found || running == label;
         }
         if (!found) {
-            throw TemplateSyntaxError("No loop labeled '" + *label + "' is currently running");
+            throw TemplateSyntaxError("No loop labeled '" + text::excerpt(*label) + "' is currently running");
         }
     }
     state.termination =

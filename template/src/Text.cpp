@@ -183,17 +183,35 @@ std::size_t levenshtein(std::string_view lhs, std::string_view rhs) {
     return previous[rhs.size()];
 }
 
+std::string excerpt(std::string_view value, std::size_t maxCharacters) {
+    std::size_t position = 0;
+    std::size_t count = 0;
+    while (position < value.size() && count < maxCharacters) {
+        ++position;
+        while (position < value.size() && (static_cast<unsigned char>(value[position]) & 0xC0) == 0x80) {
+            ++position;
+        }
+        ++count;
+    }
+    if (position >= value.size()) {
+        return std::string(value);
+    }
+    return std::string(value.substr(0, position)) + "…";
+}
+
 std::string unknownFilterMessage(std::string_view name, const std::vector<std::string>& names) {
     std::vector<std::pair<std::size_t, std::string>> scored;
     std::size_t best = std::string::npos;
     for (const std::string& candidate : names) {
-        std::size_t distance = levenshtein(name, candidate);
+        // Only the start of a very long name is compared: its nearness to a short name
+        // says nothing more, and the cost would grow with its length.
+        std::size_t distance = levenshtein(name.substr(0, 64), candidate);
         scored.emplace_back(distance, candidate);
         best = std::min(best, distance);
     }
     // The nearest names by edit distance, in registration order.
     std::size_t limit = best;
-    std::string result = "Unknown filter '" + std::string(name) + "'. Found similar filters: ";
+    std::string result = "Unknown filter '" + excerpt(name) + "'. Found similar filters: ";
     bool first = true;
     for (const auto& [distance, candidate] : scored) {
         if (distance <= limit) {

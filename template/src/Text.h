@@ -37,6 +37,10 @@ std::string uppercased(std::string_view value);
 std::string lowercased(std::string_view value);
 std::string capitalized(std::string_view value);
 
+// The text itself when short, else its first `maxCharacters` characters and "…": what an
+// error message quotes of template text, which may be a whole long line.
+std::string excerpt(std::string_view value, std::size_t maxCharacters = 40);
+
 // Edit distance between two names.
 std::size_t levenshtein(std::string_view lhs, std::string_view rhs);
 

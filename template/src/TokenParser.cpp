@@ -95,7 +95,7 @@ std::vector<NodePtr> TokenParser::parse(const ParseUntil& until) {
             }
             const TagParser* tag = env.findTag(tagName);
             if (tag == nullptr) {
-                throw TemplateSyntaxError("Unknown template tag '" + tagName + "'", token);
+                throw TemplateSyntaxError("Unknown template tag '" + text::excerpt(tagName) + "'", token);
             }
             NodePtr node = withToken(token, [&] { return (*tag)(*this, token); });
             if (node) {

@@ -72,7 +72,7 @@ std::optional<double> parseDecimal(std::string_view textValue) {
 }
 
 std::string unexpected(std::string_view what, std::string_view name) {
-    return "Unexpected " + std::string(what) + " in variable '" + std::string(name) + "'";
+    return "Unexpected " + std::string(what) + " in variable '" + text::excerpt(name) + "'";
 }
 
 // Cuts a.b[c.d].e into a, b, [c.d], e. From `start` on, after a quoted base, the path
@@ -86,7 +86,8 @@ void parseKeyPath(KeyPath& parsed, const std::string& name, std::size_t start = 
     while (index < name.size()) {
         char character = name[index];
         if (afterSubscript && character != '.' && character != '[') {
-            return fail("Unexpected character '" + std::string(1, character) + "' in variable '" + name + "'");
+            return fail("Unexpected character '" + std::string(1, character) + "' in variable '" +
+                        text::excerpt(name) + "'");
         }
         if (character == '.') {
             if (current.empty() && !afterSubscript) {
@@ -119,7 +120,7 @@ void parseKeyPath(KeyPath& parsed, const std::string& name, std::size_t start = 
                 }
             }
             if (end >= name.size()) {
-                return fail("Unbalanced subscript brackets in variable '" + name + "'");
+                return fail("Unbalanced subscript brackets in variable '" + text::excerpt(name) + "'");
             }
             std::string inner(text::trim(std::string_view(name).substr(index + 1, end - index - 1)));
             parsed.components.push_back({std::string(), std::make_shared<const Variable>(inner)});
@@ -129,7 +130,7 @@ void parseKeyPath(KeyPath& parsed, const std::string& name, std::size_t start = 
             continue;
         }
         if (character == ']') {
-            return fail("Unbalanced ']' in variable '" + name + "'");
+            return fail("Unbalanced ']' in variable '" + text::excerpt(name) + "'");
         }
         current += character;
         afterDot = false;
@@ -291,8 +292,8 @@ Value Variable::resolve(Context& context) const {
         if (component.subscript) {
             Value subscript = component.subscript->resolve(context);
             if (subscript.isNull()) {
-                throw TemplateSyntaxError("Unable to resolve subscript '" + component.subscript->variable +
-                                          "' in variable '" + variable + "'");
+                throw TemplateSyntaxError("Unable to resolve subscript '" + text::excerpt(component.subscript->variable) +
+                                          "' in variable '" + text::excerpt(variable) + "'");
             }
             subscriptKey = subscript.description();
             key = subscriptKey;

@@ -1,6 +1,7 @@
 #include "RunTool.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -33,7 +34,7 @@ ToolRun runTintwork(const std::vector<std::string>& args, const std::filesystem:
 }
 
 ToolRun runProgram(const std::string& executable, const std::vector<std::string>& args,
-                   const std::filesystem::path& workingDirectory) {
+                   const std::filesystem::path& workingDirectory, unsigned long long addressSpaceLimit) {
     TemporaryFolder capture;
     const auto outPath = capture.path() / "out";
     const auto errPath = capture.path() / "err";
@@ -44,6 +45,10 @@ ToolRun runProgram(const std::string& executable, const std::vector<std::string>
     if (child == 0) {
         if (!workingDirectory.empty() && chdir(workingDirectory.c_str()) != 0) {
             _exit(127);
+        }
+        if (addressSpaceLimit != 0) {
+            const rlimit limit{addressSpaceLimit, addressSpaceLimit};
+            setrlimit(RLIMIT_AS, &limit);
         }
         int outFd = open(outPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         int errFd = open(errPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
@@ -61,8 +66,10 @@ ToolRun runProgram(const std::string& executable, const std::vector<std::string>
         _exit(127);
     }
     int waitStatus = 0;
-    waitpid(child, &waitStatus, 0);
+    rusage usage{};
+    wait4(child, &waitStatus, 0, &usage);
     ToolRun run;
+    run.peakKilobytes = usage.ru_maxrss;
     run.status = WIFEXITED(waitStatus) ? WEXITSTATUS(waitStatus) : 128 + WTERMSIG(waitStatus);
     int outFd = open(outPath.c_str(), O_RDONLY);
     int errFd = open(errPath.c_str(), O_RDONLY);

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "ContrastTestItems.h"
+#include "contrast/TestReports.h"
 #include "model/FileIO.h"
 
 namespace tintwork {
@@ -150,6 +151,155 @@ TEST(Tester, WritesTheReportWhenAsked) {
     std::filesystem::remove(path);
 
     EXPECT_THROW(Tester(sampleProject(), "/nonexistent-folder/report.json").run(), FileError);
+}
+
+}  // namespace
+}  // namespace tintwork
+
+namespace tintwork {
+namespace {
+
+// Writes down what a run hands on, one line per event.
+class EventLog final : public TestRunConsumer {
+public:
+    explicit EventLog(bool countsFirst) : countsFirst_(countsFirst) {}
+    bool wantsCountsFirst() const override { return countsFirst_; }
+    void runStarted(const TestCounts& totals) override { add("run " + counts(totals)); }
+    void groupStarted(const ColorTestGroupResult& group, const TestCounts& groupCounts) override {
+        add("group " + group.testGroupName + " " + counts(groupCounts) + " [" + group.passSummary + "]");
+    }
+    void taskStarted(const std::string& name) override { add("task " + name); }
+    void comparison(const TestColorComparison& result) override {
+        add(std::string(result.passed ? "pass " : "fail ") + result.backgroundColorName.str());
+    }
+    void taskFinished() override { add("end task"); }
+    void groupFinished(const ColorTestGroupResult& group, const TestCounts& groupCounts) override {
+        add("end group " + counts(groupCounts) + " [" + group.passSummary + "]");
+    }
+    void runFinished(const TestCounts& totals) override { add("end run " + counts(totals)); }
+
+    std::string text;
+
+private:
+    static std::string counts(const TestCounts& value) {
+        return std::to_string(value.passed) + "/" + std::to_string(value.failed);
+    }
+    void add(const std::string& line) { text += line + "\n"; }
+    bool countsFirst_;
+};
+
+TEST(TesterStream, HandsOnEachEventInResultOrder) {
+    const std::string comparisons =
+        "task Lc\nfail White\npass Black\npass Dark\nend task\n"
+        "task Ratio\nfail White\npass Black\npass Dark\nend task\n";
+    EventLog streamed(false);
+    Tester(sampleProject(), std::nullopt).run(streamed);
+    EXPECT_EQ(streamed.text, "run 0/0\ngroup Contrast 0/0 []\n" + comparisons +
+                                 "end group 4/2 [4 passed (66%)]\n"
+                                 "group Unused 0/0 []\ntask Nothing\nend task\nend group 0/0 [0 passed (0%)]\n"
+                                 "end run 4/2\n");
+
+    // Counted first, every start already carries the counts and summaries of what follows.
+    EventLog counted(true);
+    Tester(sampleProject(), std::nullopt).run(counted);
+    EXPECT_EQ(counted.text, "run 4/2\ngroup Contrast 4/2 [4 passed (66%)]\n" + comparisons +
+                                "end group 4/2 [4 passed (66%)]\n"
+                                "group Unused 0/0 [0 passed (0%)]\ntask Nothing\nend task\n"
+                                "end group 0/0 [0 passed (0%)]\nend run 4/2\n");
+}
+
+TEST(TesterStream, CollectedAndReplayedRecordsGiveTheSameReports) {
+    // One counted run feeds the collector and both writers, so all see the same times.
+    std::ostringstream json;
+    std::ostringstream junit;
+    TestResultCollector collector;
+    JSONReportWriter jsonWriter(json);
+    JUnitReportWriter junitWriter(junit);
+    TestRunConsumers everyone({&collector, &jsonWriter, &junitWriter});
+    Tester(sampleProject(), std::nullopt).run(everyone);
+
+    EXPECT_EQ(json.str(), encodeResultsJSON(collector.results));
+    std::ostringstream replayed;
+    JUnitReportWriter replayWriter(replayed);
+    replayResults(collector.results, replayWriter);
+    EXPECT_EQ(junit.str(), replayed.str());
+
+    // The records are those of the plain run, apart from the time.
+    auto results = Tester(sampleProject(), std::nullopt).run();
+    ASSERT_EQ(results.size(), collector.results.size());
+    for (std::size_t index = 0; index < results.size(); ++index) {
+        results[index].testTime = collector.results[index].testTime;
+    }
+    EXPECT_EQ(encodeResultsJSON(results), json.str());
+}
+
+TEST(TesterStream, JUnitReportEscapesNamesAndMessages) {
+    TestColorResult failed{"Ink & \"Pen\"", "color(srgb 0 0 0)", "<Paper>", "color(srgb 0 0 0)",
+                           ColorSource::dark, "dark", "Fail Lc 0.0 (min 40 required)", false};
+    TestColorResult passed{"Ink", "color(srgb 0 0 0)", "Snow", "color(srgb 1 1 1)",
+                           ColorSource::light, "light", "Pass with Lc 106.0", true};
+    const ColorTestGroupResult group{"A&B", "Nov 22, 2026 at 10:04:24 PM", "1 passed (50%)", "1 failed (50%)", 50,
+                                     {ColorTestResult{"Body\ttext", {passed, failed}}, ColorTestResult{"Empty", {}}}};
+    const ColorTestGroupResult none{"None", "", "0 passed (0%)", "0 failed (0%)", 100, {}};
+    std::ostringstream out;
+    JUnitReportWriter writer(out);
+    replayResults({group, none}, writer);
+    EXPECT_EQ(out.str(),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<testsuites tests=\"2\" failures=\"1\">\n"
+              "  <testsuite name=\"A&amp;B\" tests=\"2\" failures=\"1\">\n"
+              "    <testcase classname=\"A&amp;B.Body&#9;text\" name=\"Ink on Snow (light)\"/>\n"
+              "    <testcase classname=\"A&amp;B.Body&#9;text\" name=\"Ink &amp; &quot;Pen&quot; on &lt;Paper&gt; "
+              "(dark)\">\n"
+              "      <failure message=\"Fail Lc 0.0 (min 40 required)\"/>\n"
+              "    </testcase>\n"
+              "  </testsuite>\n"
+              "  <testsuite name=\"None\" tests=\"0\" failures=\"0\">\n"
+              "  </testsuite>\n"
+              "</testsuites>\n");
+}
+
+TEST(TesterStream, XMLAttributesHoldOnlyCharactersXMLAllows) {
+    auto escaped = [](std::string_view text) {
+        std::string out;
+        appendXMLAttributeText(out, text);
+        return out;
+    };
+    const std::string replacement = "\xEF\xBF\xBD";
+    EXPECT_EQ(escaped("plain text 1.0"), "plain text 1.0");
+    EXPECT_EQ(escaped("a&b<c>d\"e'f"), "a&amp;b&lt;c&gt;d&quot;e'f");
+    EXPECT_EQ(escaped("tab\tline\ncarriage\r"), "tab&#9;line&#10;carriage&#13;");
+    EXPECT_EQ(escaped(std::string("nul\0x\x01\x1F", 7)), "nul" + replacement + "x" + replacement + replacement);
+    EXPECT_EQ(escaped("Caf\xC3\xA9 \xE2\x80\x94 \xF0\x9F\x8E\xA8"), "Caf\xC3\xA9 \xE2\x80\x94 \xF0\x9F\x8E\xA8");
+    EXPECT_EQ(escaped("cut \xC3"), "cut " + replacement);
+    EXPECT_EQ(escaped("stray \xA9 byte"), "stray " + replacement + " byte");
+    EXPECT_EQ(escaped("overlong \xC0\xAF"), "overlong " + replacement + replacement);
+    EXPECT_EQ(escaped("surrogate \xED\xA0\x80"), "surrogate " + replacement + replacement + replacement);
+    EXPECT_EQ(escaped("not a character \xEF\xBF\xBE"), "not a character " + replacement);
+    EXPECT_EQ(escaped("beyond \xF4\x90\x80\x80"), "beyond " + replacement + replacement + replacement + replacement);
+    EXPECT_EQ(escaped("delete \x7F"), "delete \x7F");
+}
+
+TEST(TesterStream, ReportFileIsReplacedOnlyOnCommit) {
+    const auto folder = std::filesystem::temp_directory_path() / ("report-commit-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+    const auto path = folder / "report.json";
+    writeFileBytes(path, "earlier");
+    {
+        AtomicFileStream file(path);
+        file.stream() << "dropped";
+    }
+    EXPECT_EQ(readFileBytes(path), "earlier");
+    {
+        AtomicFileStream file(path);
+        file.stream() << "written";
+        EXPECT_EQ(readFileBytes(path), "earlier");
+        file.commit();
+    }
+    EXPECT_EQ(readFileBytes(path), "written");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator()), 1);
+    std::filesystem::remove_all(folder);
+    EXPECT_THROW(AtomicFileStream(folder / "report.json"), FileError);
 }
 
 }  // namespace

@@ -150,5 +150,89 @@ TEST(StyleSheetConsumers, BuiltSheetsCompileAndComputeInChromium) {
     EXPECT_EQ(check.status, 0) << check.output;
 }
 
+// Strings and names that each break some output language when written as they stand:
+// quotes of both kinds, backslashes, line feeds, "#{" and "@{" (interpolation in SCSS
+// and LESS), comment marks, a CSS-wide keyword, NUL (from a JSON key and value) and
+// non-ASCII text. Imported from Design Tokens JSON, built into every style sheet, each
+// must compile and Chromium must read back exactly the value under exactly the name
+// (NUL, which CSS cannot hold, reads back as U+FFFD).
+TEST(StyleSheetConsumers, AwkwardStringsAndNamesReadBackExactly) {
+    const std::filesystem::path executable = std::filesystem::path(TINTWORK_BINARY_DIR) / "TintWorkCLI";
+    const std::filesystem::path script = std::filesystem::path(TINTWORK_SOURCE_DIR) / "tests/e2e/check-style-sheets.js";
+    if (!std::filesystem::exists(executable)) {
+        GTEST_SKIP() << "TintWorkCLI has not been built";
+    }
+    if (run(".", "node --version").status != 0) {
+        GTEST_SKIP() << "node is not installed";
+    }
+    struct Case {
+        std::string key;
+        std::string value;
+        std::string property;
+        std::string readBack;
+    };
+    const std::string nul(1, '\0');
+    const std::string replacement = "\xEF\xBF\xBD";
+    const std::vector<Case> cases = {
+        {"Font Stack", "\"Helvetica Neue\", Arial, sans-serif", "--font-stack", "\"Helvetica Neue\", Arial, sans-serif"},
+        {"Plain", "Inter", "--plain", "Inter"},
+        {"Backslash", "C:\\", "--backslash", "C:\\"},
+        {"Two Lines", "one\ntwo", "--two-lines", "one\ntwo"},
+        {"Interpolation", "#{1+1} @{x} $y", "--interpolation", "#{1+1} @{x} $y"},
+        {"Comment", "a */ b /* c", "--comment", "a */ b /* c"},
+        {"Swift Raw", "say \"#hi\"#", "--swift-raw", "say \"#hi\"#"},
+        {"Both Quotes", "it's \"x\"", "--both-quotes", "it's \"x\""},
+        {"Semicolon", "a; b} c", "--semicolon", "a; b} c"},
+        {"Keyword", "inherit", "--keyword", "inherit"},
+        {"Unicode", "gr\xC3\xBC\xC3\x9F" "e \xE2\x80\x94 \xE2\x9C\x93", "--unicode", "gr\xC3\xBC\xC3\x9F" "e \xE2\x80\x94 \xE2\x9C\x93"},
+        {"Nul" + nul + "Key", "a" + nul + "b", "--nul-key", "a" + replacement + "b"},
+        {"Gr\xC3\xBCn Ton", "green", "--gr\xC3\xBCn-ton", "green"},
+        {"50% (Half)", "half", "--50%-(half)", "half"},
+        {"Quote\"Name", "q", "--quote\"name", "q"},
+    };
+    json tokens = json::object();
+    json checks = json::array();
+    for (const Case& entry : cases) {
+        tokens[entry.key] = {{"$value", entry.value}};
+        const json expected = {{"string", entry.readBack}};
+        checks.push_back({{"property", entry.property}, {"css", "custom"},
+                          {"expect", everyMode(expected, expected, expected, expected)}});
+    }
+
+    auto document = makeTestDocument();
+    document.web->tasks.clear();
+    const auto folder = freshFolder("e2e-awkward");
+    json plan = {{"sheets", json::array()}};
+    const std::pair<BuildFileType, const char*> types[] = {
+        {BuildFileType::css, "css"}, {BuildFileType::scss, "scss"}, {BuildFileType::less, "less"}};
+    for (const auto& [type, language] : types) {
+        for (const bool lightDark : {false, true}) {
+            const std::string fileName = std::string("awkward-") + language + (lightDark ? "-pairs" : "");
+            auto buildTask = task(fileName, type, fileName);
+            buildTask.exportFileFolder = "styles";
+            if (lightDark) {
+                buildTask.customData["appearanceColorType"] = "lightDark";
+            }
+            document.web->tasks.push_back(buildTask);
+            plan["sheets"].push_back({{"file", (folder / "styles" / buildTask.exportFileNameWithExtension()).string()},
+                                      {"language", language},
+                                      {"checks", checks}});
+        }
+    }
+    writeText(folder / "Settings.tintwork", OchreColorFileWriter().write(*document.project));
+    writeText(folder / "tokens.json", tokens.dump(2));
+    writeText(folder / "checks.json", plan.dump(2));
+
+    const auto build = run(folder, "'" + executable.string() + "' -i tokens.json -c Settings.tintwork");
+    ASSERT_EQ(build.status, 0) << build.output;
+
+    const auto check = run(std::filesystem::path(TINTWORK_SOURCE_DIR) / "tests/e2e",
+                           "node '" + script.string() + "' '" + (folder / "checks.json").string() + "'");
+    if (check.status == skipStatus) {
+        GTEST_SKIP() << check.output;
+    }
+    EXPECT_EQ(check.status, 0) << check.output;
+}
+
 }  // namespace
 }  // namespace tintwork

@@ -8,7 +8,9 @@
 //   "checks": [ { "property": "--name", "css": "color" | "box-shadow" | ...,
 //                 "expect": { "light": E, "dark": E, "lightHighContrast": E, "darkHighContrast": E } } ] } ] }
 // where E is { "space": "srgb" | "display-p3", "rgb": [r, g, b], "alpha": a } for colours, or
-// { "contains": "text" } for any other computed value.
+// { "contains": "text" } for any other computed value, or { "string": "text" } for a
+// custom property ("css": "custom") read from the root, whose value is either the text
+// itself or a CSS string holding it.
 //
 // Exit status: 0 all checks hold, 1 a check failed, 77 a consumer is missing.
 'use strict';
@@ -73,8 +75,24 @@ function sameColour(actual, expected) {
     Math.abs(actual.alpha - expected.alpha) <= tolerance;
 }
 
+// The text a custom property holds: a CSS string token decoded, anything else as written.
+function customPropertyText(value) {
+  const text = value.trim();
+  const match = /^(["'])((?:[^"'\\\n]|\\[\s\S]|(?!\1)["'])*)\1$/.exec(text);
+  if (!match) {
+    return text;
+  }
+  return match[2].replace(/\\(?:([0-9a-fA-F]{1,6})[ \t\n]?|(\n)|([\s\S]))/g, (all, hex, newline, other) => {
+    if (hex !== undefined) {
+      const code = parseInt(hex, 16);
+      return String.fromCodePoint(code === 0 || code > 0x10ffff || (code >= 0xd800 && code <= 0xdfff) ? 0xfffd : code);
+    }
+    return newline !== undefined ? '' : other;
+  });
+}
+
 function pageFor(css, checks) {
-  const probes = checks.map((check, index) =>
+  const probes = checks.map((check, index) => check.css === 'custom' ? `<div id="probe${index}"></div>` :
     `<div id="probe${index}" style="${check.css}: ${check.wrap ? check.wrap.replace('VALUE', `var(${check.property})`) : `var(${check.property})`}"></div>`);
   return `<!doctype html><html><head><style>${css}</style></head><body>${probes.join('')}</body></html>`;
 }
@@ -105,19 +123,21 @@ async function main() {
       await page.setContent(pageFor(css, sheet.checks));
       for (const [mode, media] of Object.entries(modes)) {
         await page.emulateMedia(media);
-        const computed = await page.evaluate((checks) => checks.map((check, index) =>
-          getComputedStyle(document.getElementById(`probe${index}`)).getPropertyValue(check.css)), sheet.checks);
+        const computed = await page.evaluate((checks) => checks.map((check, index) => (check.css === 'custom'
+          ? getComputedStyle(document.documentElement).getPropertyValue(check.property)
+          : getComputedStyle(document.getElementById(`probe${index}`)).getPropertyValue(check.css))), sheet.checks);
         sheet.checks.forEach((check, index) => {
           const expected = check.expect[mode];
           if (!expected) {
             return;
           }
           const actual = computed[index];
-          const ok = expected.contains !== undefined ? actual.includes(expected.contains)
-            : sameColour(parseColour(actual), expected);
+          const ok = expected.string !== undefined ? customPropertyText(actual) === expected.string
+            : expected.contains !== undefined ? actual.includes(expected.contains)
+              : sameColour(parseColour(actual), expected);
           if (!ok) {
             failures += 1;
-            console.log(`FAIL ${path.basename(sheet.file)} ${mode} ${check.property}: got "${actual}", ` +
+            console.log(`FAIL ${path.basename(sheet.file)} ${mode} ${check.property}: got ${JSON.stringify(actual)}, ` +
               `expected ${JSON.stringify(expected)}`);
           }
         });

@@ -176,5 +176,26 @@ TEST(CSSExporter, MissingStockTemplateEndsTheExport) {
     EXPECT_THROW(styleSheetTemplateSource(missing, task("CSS", BuildFileType::css, "x")), FileError);
 }
 
+// A NUL from a JSON key or value would end up as a NUL byte in the sheet.
+TEST(CSSExporter, NulInNamesAndValuesNeverReachesTheSheet) {
+    for (const BuildFileType type : {BuildFileType::css, BuildFileType::scss, BuildFileType::less}) {
+        auto document = makeTestDocument();
+        OchreColorString text;
+        text.value.lightVariant = std::string("x") + '\0' + "y";
+        auto item = std::make_shared<OchreColorProjectItem>(std::string("Key") + '\0' + "Name", "NUL", std::move(text));
+        item->buildGroup = document.web;
+        document.project->items.push_back(item);
+        const auto buildTask = task("Sheet", type, "tokens");
+        document.web->tasks = {buildTask};
+        const auto folder = freshFolder("css-nul");
+        Builder builder(document.project, folder / "Acme.tintwork", "", {document.web->uuid}, true, std::nullopt);
+        builder.buildAll();
+        const std::string sheet = readText(folder / buildTask.exportFileNameWithExtension());
+        EXPECT_EQ(sheet.find('\0'), std::string::npos);
+        EXPECT_TRUE(contains(sheet, "key-name")) << sheet;
+        EXPECT_TRUE(contains(sheet, "fffd y")) << sheet;
+    }
+}
+
 }  // namespace
 }  // namespace tintwork

@@ -55,6 +55,14 @@ TEST(CodeName, PrefixAndSuffixAreNeverTransformed) {
     EXPECT_EQ(codeName({}, "Primary Blue", taskWith(BuildNameTransform::snakeCase, "", "")), "primary_blue");
 }
 
+TEST(CodeName, ControlCharactersCountAsBlanks) {
+    const std::string name = std::string("Nul") + '\0' + "Key\tTab";
+    EXPECT_EQ(codeName({}, name, taskWith(BuildNameTransform::kebabCase)), "nul-key-tab");
+    EXPECT_EQ(codeName({}, name, taskWith(BuildNameTransform::snakeCase)), "nul_key_tab");
+    EXPECT_EQ(codeName({}, name, taskWith(BuildNameTransform::camelCase)), "nulKeyTab");
+    EXPECT_EQ(codeName({}, name, taskWith(BuildNameTransform::none, std::string("p\n"))), "p Nul Key Tab");
+}
+
 TEST(CodeName, CodeSafeNameKeepsLettersNumbersAndUnderscore) {
     EXPECT_EQ(codeSafeName("3 Blue"), "color3Blue");
     EXPECT_EQ(codeSafeName("Blue-Green"), "BlueGreen");

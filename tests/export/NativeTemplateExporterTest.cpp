@@ -6,6 +6,7 @@
 #include "ExportTestDocument.h"
 #include "NativeConsumers.h"
 #include "export/AndroidComposeExporter.h"
+#include "export/AndroidResourceExporter.h"
 #include "export/MetalExporter.h"
 #include "export/OpenGLExporter.h"
 #include "export/SwiftEnumExporter.h"
@@ -211,6 +212,10 @@ std::vector<ProjectItemPtr> awkwardItems() {
     huge.value.lightVariant = 1e20;
     OchreColorString quoted;
     quoted.value.lightVariant = R"(say "hi" \ it's 100% $x)";
+    OchreColorString closing;
+    closing.value.lightVariant = "ends \"# raw, \"\"\" and \\#(x) */ \\";
+    closing.value.darkVariant = std::string("line\nfeed, tab\t, nul ") + '\0' + " end\"";
+    closing.value.lightVariantHighContrast = "C:\\";
     OchreColorBoolean off;
     off.value.lightVariant = false;
     OchreColorSet emptySet;
@@ -220,6 +225,7 @@ std::vector<ProjectItemPtr> awkwardItems() {
             std::make_shared<OchreColorProjectItem>("Tiny", "B", std::move(tiny)),
             std::make_shared<OchreColorProjectItem>("Huge", "C", std::move(huge)),
             std::make_shared<OchreColorProjectItem>("Quoted", "D", std::move(quoted)),
+            std::make_shared<OchreColorProjectItem>("Closing", "H", std::move(closing)),
             std::make_shared<OchreColorProjectItem>("Off", "E", std::move(off)),
             std::make_shared<OchreColorProjectItem>("No Colours", "F", std::move(emptySet)),
             std::make_shared<OchreColorProjectItem>("No Shadows", "G", std::move(emptyShadows))};
@@ -252,13 +258,42 @@ TEST(NativeTemplates, AwkwardValuesStillGiveValidSources) {
     EXPECT_NE(readText(kotlin).find("val noColours: List<Color> = emptyList()\n"), std::string::npos);
     // A dollar sign would start a string template in Kotlin.
     EXPECT_NE(readText(kotlin).find(R"(val quoted: String = """say "hi" \ it's 100% ${'$'}x""")"), std::string::npos);
+    // Values that would close a raw string or hold control characters use plain literals.
+    EXPECT_NE(readText(kotlin).find(R"(val closingLight: String = "ends \"# raw, \"\"\" and \\#(x) */ \\")"),
+              std::string::npos)
+        << readText(kotlin);
+    EXPECT_NE(readText(kotlin).find(R"(val closingDark: String = "line\nfeed, tab\t, nul \u0000 end\"")"),
+              std::string::npos);
+    EXPECT_NE(readText(kotlin).find(R"(val closingHighContrast: String = "C:\\")"), std::string::npos);
+    EXPECT_NE(metalText.find(R"(/* closing: ends "# raw, """ and \x5c#(x) *\x2f \x5c */)"), std::string::npos);
     expectParses("kotlin", kotlin);
+    // Android resources: quotes, backslashes and control characters (NUL included) escaped.
+    const auto resources = make(AndroidResourceExporter(project), BuildFileType::androidResource);
+    EXPECT_EQ(readText(resources).find('\0'), std::string::npos);
+    if (hasTool("aapt")) {
+        std::filesystem::create_directories(folder / "res" / "values");
+        std::filesystem::copy_file(resources, folder / "res" / "values" / "tokens.xml",
+                                   std::filesystem::copy_options::overwrite_existing);
+        writeText(folder / "AndroidManifest.xml",
+                  "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+                  "<manifest xmlns:android=\"http://schemas.android.com/apk/res/android\" package=\"com.example\"/>\n");
+        const ToolResult packaged = runTool("aapt package -f -M " + shellQuoted((folder / "AndroidManifest.xml").string()) +
+                                            " -S " + shellQuoted((folder / "res").string()) + " -F " +
+                                            shellQuoted((folder / "tokens.apk").string()));
+        EXPECT_EQ(packaged.status, 0) << packaged.output;
+    }
     for (const SwiftExportType type : {SwiftExportType::swiftUI, SwiftExportType::uiKit, SwiftExportType::appKit}) {
         const BuildTask buildTask = task("Awkward", BuildFileType::swiftUIEnum, "Awkward" + std::to_string(static_cast<int>(type)),
                                          BuildNameTransform::camelCase);
         SwiftEnumExporter(project, type).exportTo(folder, buildTask, items, folder / "Doc.tintwork");
         const auto swift = folder / buildTask.exportFileNameWithExtension();
         EXPECT_NE(readText(swift).find(R"(public static let quoted: String = #"say "hi" \ it's 100% $x"#)"),
+                  std::string::npos);
+        EXPECT_NE(readText(swift).find(R"(public static let closing: String = "ends \"# raw, \"\"\" and \\#(x) */ \\")"),
+                  std::string::npos)
+            << readText(swift);
+        EXPECT_NE(readText(swift).find(R"(public static let closingHighContrast: String = #"C:\"#)"), std::string::npos);
+        EXPECT_NE(readText(swift).find(R"(public static let closingDark: String = "line\nfeed, tab\t, nul \0 end\"")"),
                   std::string::npos);
         expectParses("swift", swift);
     }

@@ -1,5 +1,5 @@
 #pragma once
-// The design-system document kept as examples/Colors.tintwork, built in code.
+// The example documents kept in examples/, built in code.
 
 #include <memory>
 
@@ -9,5 +9,7 @@ namespace tintwork::example {
 
 // A fixed document: every identifier is spelled out, so it writes the same bytes every time.
 std::shared_ptr<OchreColorProject> makeExampleProject();
+// examples/Contrast.tintwork: contrast tests that fail on purpose, in all four appearances.
+std::shared_ptr<OchreColorProject> makeContrastExampleProject();
 
 }  // namespace tintwork::example

@@ -22,6 +22,11 @@ TEST(DocumentRoundTrip, ExampleDocumentIsWhatItsGeneratorWrites) {
     const std::string stored = readFileBytes(sourceDir / "examples/Colors.tintwork");
     EXPECT_EQ(OchreColorFileWriter().write(*example::makeExampleProject()), stored)
         << "regenerate with: generate_example_document examples/Colors.tintwork";
+    EXPECT_EQ(OchreColorFileWriter().write(*example::makeContrastExampleProject()),
+              readFileBytes(sourceDir / "examples/Contrast.tintwork"))
+        << "regenerate with: generate_example_document examples/Colors.tintwork examples/Contrast.tintwork";
+    const std::string contrast = readFileBytes(sourceDir / "examples/Contrast.tintwork");
+    EXPECT_EQ(contrast, rewrite(contrast));
 }
 
 TEST(DocumentRoundTrip, WrittenDocumentsReadBackToTheSameBytes) {

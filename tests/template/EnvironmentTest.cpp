@@ -39,7 +39,7 @@ TEST(IncludeTag, ErrorsInIncludedTemplatesNameBothPlaces) {
         FAIL() << "expected an error";
     } catch (const TemplateSyntaxError& error) {
         ASSERT_TRUE(error.token.has_value());
-        EXPECT_EQ(error.token->sourceMap.filename, "inner");
+        EXPECT_EQ(error.token->sourceMap().filename, "inner");
         ASSERT_EQ(error.stackTrace.size(), 1u);
         EXPECT_EQ(error.stackTrace[0].contents, "include \"inner\"");
         EXPECT_EQ(SimpleErrorReporter().renderError(error),

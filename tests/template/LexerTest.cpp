@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "TemplateTestSupport.h"
+#include "template/Errors.h"
 #include "template/Token.h"
 
 namespace tintwork::stencil {
 namespace {
 
+using testing::errorOf;
 using testing::render;
 
 TEST(Lexer, TextWithoutDelimitersIsOneTextToken) {
@@ -47,13 +49,54 @@ TEST(Lexer, QuotedWordsStayWholeInComponents) {
 TEST(Lexer, RecordsLineAndColumnOfEachToken) {
     auto tokens = Lexer("first\n  second {{ x }}\n{% y %}", std::string("t.stencil")).tokenize();
     ASSERT_EQ(tokens.size(), 4u);
-    EXPECT_EQ(tokens[0].sourceMap.location.lineNumber, 1u);
-    EXPECT_EQ(tokens[1].sourceMap.location.lineNumber, 2u);
-    EXPECT_EQ(tokens[1].sourceMap.location.lineOffset, 9);
-    EXPECT_EQ(tokens[1].sourceMap.location.content, "  second {{ x }}");
-    EXPECT_EQ(tokens[1].sourceMap.filename, "t.stencil");
-    EXPECT_EQ(tokens[3].sourceMap.location.lineNumber, 3u);
-    EXPECT_EQ(tokens[3].sourceMap.location.lineOffset, 0);
+    EXPECT_EQ(tokens[0].sourceMap().location.lineNumber, 1u);
+    EXPECT_EQ(tokens[1].sourceMap().location.lineNumber, 2u);
+    EXPECT_EQ(tokens[1].sourceMap().location.lineOffset, 9);
+    EXPECT_EQ(tokens[1].sourceMap().location.content, "  second {{ x }}");
+    EXPECT_EQ(tokens[1].sourceMap().filename, "t.stencil");
+    EXPECT_EQ(tokens[3].sourceMap().location.lineNumber, 3u);
+    EXPECT_EQ(tokens[3].sourceMap().location.lineOffset, 0);
+}
+
+// A token keeps its offset, not its line: one long line of many tags costs as much as
+// the same tags over many lines, and errors quote only a short excerpt of it.
+TEST(Lexer, LongLinesCostTheirLengthAndErrorsQuoteAnExcerpt) {
+    std::string line;
+    for (int index = 0; index < 20000; ++index) {
+        line += "{{ name }}";
+    }
+    std::string expected;
+    for (int index = 0; index < 20000; ++index) {
+        expected += "ab";
+    }
+    EXPECT_EQ(render(line, Map{{"name", "ab"}}), expected);
+
+    // A tag deep inside the line: its column is exact, the quoted line is cut around it.
+    Environment environment;
+    try {
+        environment.templateFromString(line + "{% nosuch %}" + line, std::string("long"));
+        FAIL() << "expected an error";
+    } catch (const TemplateSyntaxError& error) {
+        EXPECT_EQ(error.token->sourceMap().location.lineOffset, 200000);
+        const std::string report = SimpleErrorReporter().renderError(error);
+        EXPECT_EQ(report.substr(0, report.find('\n')), "long:1:200000: error: Unknown template tag 'nosuch'");
+        EXPECT_LT(report.size(), 400u);
+        EXPECT_NE(report.find("\n…{{ name }}{{ name }}{{ name }}{{ name }}{% nosuch %}{{ name }}"), std::string::npos)
+            << report;
+        // The caret stands under the tag within the excerpt.
+        const std::string marks = report.substr(report.rfind('\n') + 1);
+        EXPECT_EQ(marks, std::string(41, ' ') + "^" + std::string(11, '~'));
+    }
+
+    // An unknown tag of a megabyte is named by its start only.
+    const std::string huge(1000000, 'x');
+    EXPECT_EQ(errorOf("{% " + huge + " %}"), "Unknown template tag '" + std::string(40, 'x') + "…'");
+    // Thousands of nested tags on one line reach the nesting bound without copying the line.
+    std::string nested;
+    for (int index = 0; index < 8000; ++index) {
+        nested += "{% if x %}";
+    }
+    EXPECT_EQ(errorOf(nested), "Tags are nested more than 200 levels deep");
 }
 
 TEST(Lexer, WhitespaceMarkersAreReadAndRemoved) {

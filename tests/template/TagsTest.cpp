@@ -150,7 +150,7 @@ TEST(Tags, SyntaxErrorsCarryTheOffendingToken) {
         EXPECT_EQ(error.reason, "`endif` was not found.");
         ASSERT_TRUE(error.token.has_value());
         EXPECT_EQ(error.token->contents, "if x");
-        EXPECT_EQ(error.token->sourceMap.location.lineNumber, 3u);
+        EXPECT_EQ(error.token->sourceMap().location.lineNumber, 3u);
         EXPECT_EQ(SimpleErrorReporter().renderError(error),
                   "page:3:0: error: `endif` was not found.\n{% if x %}\n^~~~~~~~~~");
     }
@@ -173,8 +173,8 @@ TEST(Tags, RenderErrorsCarryTheNodeToken) {
     } catch (const TemplateSyntaxError& error) {
         ASSERT_TRUE(error.token.has_value());
         EXPECT_EQ(error.token->contents, "if x < \"a\"");
-        EXPECT_EQ(error.token->sourceMap.location.lineNumber, 2u);
-        EXPECT_EQ(error.token->sourceMap.location.lineOffset, 17);
+        EXPECT_EQ(error.token->sourceMap().location.lineNumber, 2u);
+        EXPECT_EQ(error.token->sourceMap().location.lineOffset, 17);
     }
 }
 

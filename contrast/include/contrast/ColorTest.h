@@ -3,6 +3,7 @@
 // background items and compares every pair in every appearance variant that both
 // colours have, giving one result per comparison that could be made.
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,13 +17,19 @@
 
 namespace tintwork {
 
+// Receives each comparison of a test as it is made.
+using ComparisonHandler = std::function<void(const TestColorComparison&)>;
+
 class ColorTest {
 public:
     ColorTest(TestTask test, std::vector<ProjectItemPtr> testItems);
     virtual ~ColorTest() = default;
 
-    // One result per comparison: variants in order, foregrounds outside, backgrounds inside.
-    virtual std::vector<TestColorResult> run() const = 0;
+    // Hands each comparison to `handle`, in result order: variants in order, foregrounds
+    // outside, backgrounds inside. Holds no result itself.
+    virtual void run(const ComparisonHandler& handle) const = 0;
+    // Every result, in the same order.
+    std::vector<TestColorResult> run() const;
 
     TestTask test;
     std::vector<ProjectItemPtr> testItems;
@@ -32,14 +39,16 @@ public:
 class APCAColorTest final : public ColorTest {
 public:
     using ColorTest::ColorTest;
-    std::vector<TestColorResult> run() const override;
+    using ColorTest::run;
+    void run(const ComparisonHandler& handle) const override;
 };
 
 // WCAG 2 contrast ratio; fails below 3.0.
 class WCAGColorTest final : public ColorTest {
 public:
     using ColorTest::ColorTest;
-    std::vector<TestColorResult> run() const override;
+    using ColorTest::run;
+    void run(const ComparisonHandler& handle) const override;
 };
 
 // The test that the task's type selects.

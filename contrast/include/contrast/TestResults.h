@@ -33,6 +33,31 @@ struct TestColorResult {
     bool passed = false;
 };
 
+// One comparison as a test hands it on while it runs: the texts are borrowed from the
+// test for the duration of the call, so handing millions of them on copies nothing.
+struct TestColorComparison {
+    const SharedText& foregroundColorName;
+    const SharedText& foregroundCSSColorString;
+    const SharedText& backgroundColorName;
+    const SharedText& backgroundCSSColorString;
+    ColorSource source;
+    const SharedText& sourceCSSId;
+    const SharedText& testResultSummary;
+    bool passed;
+
+    // The comparison as a record to keep.
+    TestColorResult record() const {
+        return {foregroundColorName, foregroundCSSColorString, backgroundColorName, backgroundCSSColorString,
+                source,              sourceCSSId,              testResultSummary,   passed};
+    }
+    // A kept record handed on again.
+    static TestColorComparison of(const TestColorResult& result) {
+        return {result.foregroundColorName, result.foregroundCSSColorString, result.backgroundColorName,
+                result.backgroundCSSColorString, result.source, result.sourceCSSId, result.testResultSummary,
+                result.passed};
+    }
+};
+
 // The comparisons of one test task.
 struct ColorTestResult {
     std::string testSummaryName;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "contrast/TestResults.h"
+#include "contrast/TestRunConsumer.h"
 #include "model/Project.h"
 
 namespace tintwork {
@@ -20,6 +21,9 @@ public:
     // One result per group that has tasks, in document order. With exportToFile set the
     // results are also written there as JSON; a failed write throws FileError.
     std::vector<ColorTestGroupResult> run();
+    // Runs the groups and hands what happens to `consumer`, keeping no comparison itself:
+    // every group that has tasks, in document order. exportToFile is not written here.
+    void run(TestRunConsumer& consumer);
 
     std::shared_ptr<OchreColorProject> project;
     std::optional<std::filesystem::path> exportToFile;

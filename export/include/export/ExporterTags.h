@@ -46,7 +46,8 @@ std::string formatCSSBoxShadowTag(const TemplateShadow* shadow);
 std::string formatTintworkShadowTag(const TemplateShadow* shadow, ColorFormatType type);
 std::string formatCodeSafeNameTag(const std::string* name);
 
-// Registers all 22 exporter tags on a template extension.
+// Registers all 22 exporter tags on a template extension, and the output-language
+// escape filters of OutputEscapes.h.
 void registerExporterTags(stencil::Extension& extension);
 
 }  // namespace tintwork

@@ -2,6 +2,7 @@
 // Tokens cut from a template's text, with their place in the source.
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,11 +37,21 @@ struct TrimBehaviour {
 std::string applyLeadingTrim(std::string text, TrimBehaviour::Trim trim);
 std::string applyTrailingTrim(std::string text, TrimBehaviour::Trim trim);
 
-// The line a token starts on: its text, its number (from 1) and the token's column (from 0).
+// The text a template was cut from, shared by all of its tokens, so that a token costs
+// its own contents and an offset, whatever the length of its line.
+struct TemplateSource {
+    std::string text;
+    std::optional<std::string> filename;
+};
+
+// The line a token starts on: its number (from 1), the token's column (from 0, in
+// characters) and an excerpt of the line around the token, short even when the line
+// is not, with the token's column inside the excerpt.
 struct SourceLocation {
     std::string content;
     std::size_t lineNumber = 0;
     std::ptrdiff_t lineOffset = 0;
+    std::size_t contentOffset = 0;
 };
 
 struct SourceMap {
@@ -52,15 +63,20 @@ class Token {
 public:
     enum class Kind { text, variable, comment, block };
 
-    Token(std::string contents, Kind kind, SourceMap sourceMap = {},
-          std::optional<WhitespaceBehaviour> whitespace = std::nullopt);
+    Token(std::string contents, Kind kind, std::shared_ptr<const TemplateSource> source = nullptr,
+          std::size_t offset = 0, std::optional<WhitespaceBehaviour> whitespace = std::nullopt);
 
     // The contents split at blanks; quoted strings with blanks stay one word.
     const std::vector<std::string>& components() const { return words; }
 
+    // Where the token stands, worked out from its offset when asked (for error texts).
+    SourceMap sourceMap() const;
+
     std::string contents;
     Kind kind;
-    SourceMap sourceMap;
+    // The template text and the token's byte offset in it (its opening delimiter).
+    std::shared_ptr<const TemplateSource> source;
+    std::size_t offset = 0;
     std::optional<WhitespaceBehaviour> whitespace;
 
 private:
@@ -76,8 +92,7 @@ public:
     explicit Lexer(std::string templateString, std::optional<std::string> templateName = std::nullopt);
     std::vector<Token> tokenize() const;
 
-    const std::string templateString;
-    const std::optional<std::string> templateName;
+    const std::shared_ptr<const TemplateSource> source;
 };
 
 }  // namespace tintwork::stencil
