@@ -3,12 +3,14 @@
 #include "import/AssetCatalogImporter.h"
 #include "import/CSSFileImporter.h"
 #include "import/DtcgImporter.h"
+#include "import/FigmaImporter.h"
 #include "import/GenericJsonImporter.h"
 #include "import/ImageImporter.h"
 #include "import/JsonDesignImporter.h"
 #include "import/MaterialJSONImporter.h"
 #include "import/OchreImporter.h"
 #include "import/SVGImporter.h"
+#include "import/SketchImporter.h"
 #include "model/Uuid.h"
 
 namespace tintwork {
@@ -23,14 +25,22 @@ std::unique_ptr<ColorImporter> plain(const ImportOptions& options) {
     return importer;
 }
 
+// Sketch reads documents without a colour profile in the space the options name.
+std::unique_ptr<ColorImporter> sketch(const ImportOptions& options) {
+    auto importer = std::make_unique<SketchImporter>();
+    importer->diagnostics = options.diagnostics;
+    importer->unmanagedColorSpace = options.unmanagedColorSpace;
+    return importer;
+}
+
 }  // namespace
 
 // One row per kind; a kind without a factory is listed but not built yet.
 const std::vector<ImportKind>& importKinds() {
     static const std::vector<ImportKind> kinds = {
-        {"sketch", "Sketch Import", {}, {}},
+        {"sketch", "Sketch Import", sketch, {}},
         {"ochre", "Ochre Import", plain<OchreImporter>, {}},
-        {"figma", "Figma Import", {}, {}},
+        {"figma", "Figma Import", plain<FigmaImporter>, {}},
         {"svg", "SVG Import", plain<SVGImporter>, {}},
         {"image", "Image Import", plain<ImageImporter>, {}},
         {"asset-catalog", "Asset Catalog", plain<AssetCatalogImporter>, {}},
