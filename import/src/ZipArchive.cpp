@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "import/ColorImporter.h"
+#include "model/FileIO.h"
 
 namespace tintwork::importing {
 
@@ -17,19 +18,34 @@ std::string describe(zip_error_t& error) {
     return text;
 }
 
-}  // namespace
-
-ZipArchive::ZipArchive(const std::filesystem::path& path) {
-    int code = 0;
-    archive_ = zip_open(path.c_str(), ZIP_RDONLY, &code);
-    if (archive_ == nullptr) {
+// The file's bytes, read through readFileBytes like every other input: a device, a
+// FIFO or an oversized file is refused by name (FileRefusedError passes on) instead of
+// blocking or being read without end. A missing or unreadable file is reported in the
+// archive library's words, as opening it there would.
+std::string readArchiveFile(const std::filesystem::path& path) {
+    try {
+        return readFileBytes(path);
+    } catch (const FileRefusedError&) {
+        throw;
+    } catch (const FileError&) {
+        std::error_code ignored;
         zip_error_t error;
-        zip_error_init_with_code(&error, code);
+        zip_error_init_with_code(&error, std::filesystem::exists(path, ignored) ? ZIP_ER_OPEN : ZIP_ER_NOENT);
         throw ZipOpenError(describe(error));
     }
 }
 
+}  // namespace
+
+ZipArchive::ZipArchive(const std::filesystem::path& path) : bytes_(readArchiveFile(path)) {
+    open(bytes_);
+}
+
 ZipArchive::ZipArchive(std::string_view bytes) {
+    open(bytes);
+}
+
+void ZipArchive::open(std::string_view bytes) {
     zip_error_t error;
     zip_error_init(&error);
     zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);

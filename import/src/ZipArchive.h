@@ -24,7 +24,8 @@ public:
 
 class ZipArchive {
 public:
-    // Throws ZipOpenError.
+    // The archive in the file, read whole through readFileBytes (whose FileError passes
+    // on). Throws ZipOpenError.
     explicit ZipArchive(const std::filesystem::path& path);
     // The archive in `bytes`, which must outlive this object. Throws ZipOpenError.
     explicit ZipArchive(std::string_view bytes);
@@ -38,6 +39,9 @@ public:
     std::optional<std::string> read(const std::string& name);
 
 private:
+    void open(std::string_view bytes);
+
+    std::string bytes_;  // the file's bytes, when the archive was opened from a path
     zip* archive_ = nullptr;
 };
 
