@@ -189,3 +189,17 @@ TEST(TintworkCommand, RealFilesOfEveryKindImportBuildAndReadBack) {
         EXPECT_EQ(tintwork::OchreColorFileWriter().write(*project), written);
     }
 }
+
+TEST(TintworkCommand, WarnsWhenLikeNamedColoursCannotAllBeTokens) {
+    const fs::path figma = fs::path(TINTWORK_SHARED_DIR) / "corpus" / "figma" / "fig2sketch-corners.fig";
+    if (!fs::exists(figma)) {
+        GTEST_SKIP() << "no shared corpus beside the checkout";
+    }
+    TemporaryFolder folder;
+    ToolRun json = runTintwork({"import", "figma", figma.string()}, folder.path());
+    EXPECT_EQ(json.status, 0);
+    EXPECT_TRUE(contains(json.err, "tintwork: warning: 3 imported items share their token name")) << json.err;
+    ToolRun document = runTintwork({"import", "figma", figma.string(), "-o", "all.tintwork"}, folder.path());
+    EXPECT_EQ(document.status, 0);
+    EXPECT_FALSE(contains(document.err, "warning")) << document.err;
+}
