@@ -6,10 +6,12 @@
 #include <filesystem>
 #include <ostream>
 #include <sstream>
+#include <unordered_set>
 
 #include "Documents.h"
 #include "cli/Commands.h"
 #include "colour/FatalError.h"
+#include "export/CodeName.h"
 #include "export/JsonDesignExporter.h"
 #include "file/OchreColorFileWriter.h"
 #include "import/ImportKinds.h"
@@ -147,9 +149,35 @@ std::string documentText(OchreColorProject& project, const std::vector<ProjectIt
     return OchreColorFileWriter().write(project);
 }
 
-std::string tokensText(const std::vector<ProjectItemPtr>& groups) {
+BuildTask tokensTask() {
     BuildTask task;
     task.exportFileType = BuildFileType::jsonDesignToken;
+    return task;
+}
+
+// Items whose token name an earlier item of their group already takes. A JSON object
+// keeps one token per name, so these items are not in the JSON (importers that name
+// every colour alike, such as Figma's "color", make many of them).
+std::size_t itemsHiddenByName(const std::vector<ProjectItemPtr>& items, const BuildTask& task) {
+    std::size_t hidden = 0;
+    std::unordered_set<std::string> taken;
+    for (const ProjectItemPtr& item : items) {
+        if (item->group) {
+            hidden += itemsHiddenByName(item->group->items, task);
+        } else if (!taken.insert(codeName({}, item->name, task)).second) {
+            ++hidden;
+        }
+    }
+    return hidden;
+}
+
+std::string tokensText(const std::vector<ProjectItemPtr>& groups, std::ostream& err) {
+    const BuildTask task = tokensTask();
+    if (const std::size_t hidden = itemsHiddenByName(groups, task); hidden > 0) {
+        err << "tintwork: warning: " << hidden
+            << " imported items share their token name with another item of their group and are not in the "
+               "JSON; -o FILE.tintwork keeps them all\n";
+    }
     return JsonDesignExporter(nullptr).exportText(task, groups);
 }
 
@@ -203,8 +231,8 @@ int runImportCommand(const ImportCommandOptions& command, std::ostream& out, std
     // Nothing is written until every source has been read.
     try {
         switch (form) {
-            case OutputForm::standardOutput: out << tokensText(groups); break;
-            case OutputForm::json: writeFileAtomically(target, tokensText(groups)); break;
+            case OutputForm::standardOutput: out << tokensText(groups, err); break;
+            case OutputForm::json: writeFileAtomically(target, tokensText(groups, err)); break;
             case OutputForm::document: writeFileAtomically(target, documentText(*document, groups)); break;
         }
     } catch (const FatalError&) {

@@ -5,6 +5,8 @@
 #include <filesystem>
 
 #include "RunTool.h"
+#include "file/OchreColorFileReader.h"
+#include "file/OchreColorFileWriter.h"
 #include "TestDocuments.h"
 
 using namespace tintwork::testing;
@@ -142,4 +144,62 @@ TEST(TintworkCommand, BuildAndTestRunTheFlowsOfTintWorkCLI) {
         EXPECT_EQ(modern.out, classic.out) << document;
         EXPECT_EQ(modern.status, classic.status) << document;
     }
+}
+
+// Every kind on a real file: the document written with --into builds, its style sheet
+// holds the imported colours, and it reads back to the same items.
+TEST(TintworkCommand, RealFilesOfEveryKindImportBuildAndReadBack) {
+    const fs::path corpus = fs::path(TINTWORK_SHARED_DIR) / "corpus";
+    if (!fs::exists(corpus)) {
+        GTEST_SKIP() << "no shared corpus beside the checkout";
+    }
+    const std::vector<std::vector<std::string>> imports = {
+        {"css", "css/radix-blue.css"},
+        {"css", "css/responsive-email-inlined.html"},
+        {"svg", "svg/flag-icons-gb.svg"},
+        {"asset-catalog", "xcassets/swiftgen/Styles.xcassets"},
+        {"figma", "figma/fig2sketch-vector.fig"},
+        {"sketch", "sketch/sketch-assistants-style-fills.sketch", "--unmanaged-as", "srgb"},
+        {"image", "images/flag-fr.png"},
+        {"material", "json/material-colors.json"},
+        {"generic-json", "json/generic-radix-colors.json"},
+        {"dtcg", "json/dtcg/ibm-carbon-colors.tokens.json"},
+    };
+    for (const auto& call : imports) {
+        SCOPED_TRACE(call[1]);
+        TemporaryFolder folder;
+        writeText(folder.path() / "settings.tintwork", buildDocument("css", "colors"));
+        std::vector<std::string> args = {"import", call[0], (corpus / call[1]).string(), "-o", "merged.tintwork",
+                                         "--into", "settings.tintwork"};
+        args.insert(args.end(), call.begin() + 2, call.end());
+        ToolRun import = runTintwork(args, folder.path());
+        ASSERT_EQ(import.status, 0) << import.err;
+
+        ToolRun build = runTool({"-b", "merged.tintwork"}, folder.path());
+        ASSERT_EQ(build.status, 0) << build.out;
+        const std::string css = readText(folder.path() / "css" / "colors.css");
+        std::size_t colours = 0;
+        for (std::size_t at = css.find(": color("); at != std::string::npos; at = css.find(": color(", at + 1)) {
+            ++colours;
+        }
+        EXPECT_GT(colours, 1u) << css;  // the settings document's own colour and the imported ones
+
+        const std::string written = readText(folder.path() / "merged.tintwork");
+        auto project = tintwork::OchreColorFileReader().read(written);
+        EXPECT_EQ(tintwork::OchreColorFileWriter().write(*project), written);
+    }
+}
+
+TEST(TintworkCommand, WarnsWhenLikeNamedColoursCannotAllBeTokens) {
+    const fs::path figma = fs::path(TINTWORK_SHARED_DIR) / "corpus" / "figma" / "fig2sketch-corners.fig";
+    if (!fs::exists(figma)) {
+        GTEST_SKIP() << "no shared corpus beside the checkout";
+    }
+    TemporaryFolder folder;
+    ToolRun json = runTintwork({"import", "figma", figma.string()}, folder.path());
+    EXPECT_EQ(json.status, 0);
+    EXPECT_TRUE(contains(json.err, "tintwork: warning: 3 imported items share their token name")) << json.err;
+    ToolRun document = runTintwork({"import", "figma", figma.string(), "-o", "all.tintwork"}, folder.path());
+    EXPECT_EQ(document.status, 0);
+    EXPECT_FALSE(contains(document.err, "warning")) << document.err;
 }
