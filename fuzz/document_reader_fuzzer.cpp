@@ -1,5 +1,5 @@
 // Feeds arbitrary bytes to the document reader. Unreadable documents may only raise
-// DocumentReadError; a document that loads must write, and settle to a fixed point
+// DocumentFormatError; a document that loads must write, and settle to a fixed point
 // after two write-and-read rounds (an unset number, boolean or string alias variant
 // comes back once as an empty item reference). Resolving every item must terminate,
 // with a value or with AliasChainError for a chain too long to follow.
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::shared_ptr<tintwork::OchreColorProject> project;
     try {
         project = reader.read(bytes);
-    } catch (const tintwork::DocumentReadError&) {
+    } catch (const tintwork::DocumentFormatError&) {
         return 0;
     }
     resolveAll(*project);

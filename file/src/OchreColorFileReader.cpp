@@ -80,14 +80,14 @@ std::shared_ptr<OchreColorProject> OchreColorFileReader::read(std::string_view b
     const unsigned int options = pugi::parse_cdata | pugi::parse_escapes;
     const pugi::xml_parse_result result = document.load_buffer(bytes.data(), bytes.size(), options);
     if (!result) {
-        throw DocumentReadError("The document is not valid XML: " + std::string(result.description()) + " at offset " +
+        throw DocumentFormatError("The document is not valid XML: " + std::string(result.description()) + " at offset " +
                                 std::to_string(result.offset));
     }
     // Only the `project` below the root is read, whatever the root is called. XML
     // without one is some other kind of file, and reported rather than read as empty.
     const pugi::xml_node projectElement = document.document_element().child("project");
     if (!projectElement) {
-        throw DocumentReadError("The document has no tintwork project");
+        throw DocumentFormatError("The document has no tintwork project");
     }
 
     auto project = std::make_shared<OchreColorProject>();

@@ -266,7 +266,7 @@ ProjectItemPtr OchreColorReaderHelper::readItem(const pugi::xml_node& element, b
         if (depth >= maxGroupDepth) {
             // Dropping the group would leave its items out of every build and test
             // while the run still reports success.
-            throw DocumentReadError("The group \u201c" + name + "\u201d is nested deeper than " +
+            throw DocumentFormatError("The group \u201c" + name + "\u201d is nested deeper than " +
                                     std::to_string(maxGroupDepth) + " groups.");
         }
         OchreColorGroup group;

@@ -19,7 +19,7 @@ public:
 
     // The item an element describes, or null for an unknown element name or an item
     // that can't be read. `forceNewIdentifiers` ignores the stored ids. A group nested
-    // deeper than the reader allows throws DocumentReadError naming it.
+    // deeper than the reader allows throws DocumentFormatError naming it.
     ProjectItemPtr readItem(const pugi::xml_node& element, bool forceNewIdentifiers) const;
 
 private:

@@ -38,17 +38,17 @@ std::string numberXml(const std::string& value) {
 TEST(OchreColorFileReader, RejectsBytesThatAreNoDocument) {
     try {
         read("<tintwork><project>");
-        FAIL() << "expected DocumentReadError";
-    } catch (const DocumentReadError& error) {
+        FAIL() << "expected DocumentFormatError";
+    } catch (const DocumentFormatError& error) {
         EXPECT_STREQ("The document is not valid XML: Start-end tags mismatch at offset 18", error.what());
     }
-    EXPECT_THROW(read(""), DocumentReadError);
-    EXPECT_THROW(read("plain text"), DocumentReadError);
-    EXPECT_THROW(read("<?xml version=\"1.0\"?><!-- nothing -->"), DocumentReadError);
+    EXPECT_THROW(read(""), DocumentFormatError);
+    EXPECT_THROW(read("plain text"), DocumentFormatError);
+    EXPECT_THROW(read("<?xml version=\"1.0\"?><!-- nothing -->"), DocumentFormatError);
     try {
         read("<tintwork><header/></tintwork>");
-        FAIL() << "expected DocumentReadError";
-    } catch (const DocumentReadError& error) {
+        FAIL() << "expected DocumentFormatError";
+    } catch (const DocumentFormatError& error) {
         EXPECT_STREQ("The document has no tintwork project", error.what());
     }
 }
@@ -447,7 +447,7 @@ TEST(OchreColorFileReader, RefusesGroupsNestedBeyondTheDepthLimitByName) {
         try {
             read(nestedIn(levels));
             ADD_FAILURE() << levels << " nested groups were read";
-        } catch (const DocumentReadError& error) {
+        } catch (const DocumentFormatError& error) {
             EXPECT_STREQ("The group \u201cLevel 201\u201d is nested deeper than 200 groups.", error.what());
         }
     }
