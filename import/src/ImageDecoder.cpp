@@ -1,5 +1,6 @@
 #include "ImageDecoder.h"
 
+#include <cctype>
 #include <climits>
 
 // The decoder's functions stay private to this file, so no other part of the program can
@@ -27,10 +28,40 @@ void keepHighBytes(std::uint8_t* samples, std::size_t count) {
     }
 }
 
+// The decoder reads a PNM header's numbers into an int without checking for overflow; a
+// header number of more than nine digits cannot be a real size or sample range, so such a
+// file is refused before the decoder sees it.
+bool hasOversizedPNMNumber(std::string_view bytes) {
+    if (!isBinaryPNM(bytes)) {
+        return false;
+    }
+    std::size_t at = 2;
+    for (int number = 0; number < 3 && at < bytes.size(); ++number) {
+        while (at < bytes.size() && (std::isspace(static_cast<unsigned char>(bytes[at])) || bytes[at] == '#')) {
+            if (bytes[at] == '#') {
+                while (at < bytes.size() && bytes[at] != '\n' && bytes[at] != '\r') {
+                    ++at;
+                }
+            } else {
+                ++at;
+            }
+        }
+        std::size_t digits = 0;
+        while (at < bytes.size() && std::isdigit(static_cast<unsigned char>(bytes[at]))) {
+            ++digits;
+            ++at;
+        }
+        if (digits > 9) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 std::optional<DecodedImage> decodeImage(std::string_view bytes, long long maxPixels) {
-    if (bytes.empty() || bytes.size() > static_cast<std::size_t>(INT_MAX)) {
+    if (bytes.empty() || bytes.size() > static_cast<std::size_t>(INT_MAX) || hasOversizedPNMNumber(bytes)) {
         return std::nullopt;
     }
     const auto* data = reinterpret_cast<const stbi_uc*>(bytes.data());
