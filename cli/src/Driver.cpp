@@ -110,16 +110,16 @@ std::map<std::string, std::string> scanArguments(const std::vector<std::string>&
 int runDriver(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
     try {
         return dispatch(scanArguments(args), out);
-    } catch (const FatalError& fatal) {
-        out.flush();
-        err << "Fatal error: " << fatal.what() << '\n';
-        return exitFatal;
-    } catch (const std::exception& unexpected) {
-        // Flows report their own errors; anything reaching here is a program fault.
-        out.flush();
-        err << "Fatal error: " << unexpected.what() << '\n';
-        return exitFatal;
+    } catch (const std::exception& fault) {
+        // Flows report their own errors; anything reaching here is a fatal error or a program fault.
+        return reportFault(fault, out, err);
     }
+}
+
+int reportFault(const std::exception& fault, std::ostream& out, std::ostream& err) {
+    out.flush();
+    err << "Fatal error: " << fault.what() << '\n';
+    return exitFatal;
 }
 
 }  // namespace tintwork

@@ -7,7 +7,6 @@
 
 #include "cli/Commands.h"
 #include "cli/Driver.h"
-#include "colour/FatalError.h"
 
 #ifndef TINTWORK_VERSION
 #define TINTWORK_VERSION "0.0.0"
@@ -160,15 +159,9 @@ int runTintwork(const std::vector<std::string>& args, std::ostream& out, std::os
         return runTestCommand(test, out, err);
     } catch (const UsageError& error) {
         return usageError(commandName(app), error.what(), err);
-    } catch (const FatalError& fatal) {
-        out.flush();
-        err << "Fatal error: " << fatal.what() << '\n';
-        return exitFatal;
-    } catch (const std::exception& unexpected) {
-        // Commands report their own errors; anything reaching here is a program fault.
-        out.flush();
-        err << "Fatal error: " << unexpected.what() << '\n';
-        return exitFatal;
+    } catch (const std::exception& fault) {
+        // Commands report their own errors; anything reaching here is a fatal error or a program fault.
+        return reportFault(fault, out, err);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "SourceText.h"
+
 namespace tintwork::dtcg {
 
 const JsonValue* JsonValue::find(std::string_view key) const {
@@ -54,26 +56,9 @@ namespace {
 
 // Finds the first place where brackets nest deeper than the limit, outside strings.
 void checkDepth(std::string_view text) {
-    std::size_t depth = 0;
-    bool inString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (inString) {
-            if (c == '\\') {
-                ++i;
-            } else if (c == '"') {
-                inString = false;
-            }
-        } else if (c == '"') {
-            inString = true;
-        } else if (c == '{' || c == '[') {
-            if (++depth > maxJsonDepth) {
-                throw JsonSyntaxError(lineAndColumn(text, i) + ": objects and arrays nested deeper than " +
-                                      std::to_string(maxJsonDepth) + " levels");
-            }
-        } else if ((c == '}' || c == ']') && depth > 0) {
-            --depth;
-        }
+    if (const auto at = importing::firstTooDeepBracket(text, maxJsonDepth)) {
+        throw JsonSyntaxError(lineAndColumn(text, *at) + ": objects and arrays nested deeper than " +
+                              std::to_string(maxJsonDepth) + " levels");
     }
 }
 

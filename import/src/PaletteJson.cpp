@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "SourceText.h"
 #include "colour/ColorConverter.h"
 #include "import/ColorImporter.h"
 #include "import/SetBuilder.h"
@@ -12,38 +13,6 @@
 namespace tintwork::importing {
 
 namespace {
-
-// The text with every byte outside a well-formed UTF-8 sequence replaced by U+FFFD, so that a
-// message quoting broken input prints cleanly.
-std::string wellFormedUTF8(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size();) {
-        const auto lead = static_cast<unsigned char>(text[i]);
-        std::size_t length = 0;
-        if (lead < 0x80) {
-            length = 1;
-        } else if (lead >= 0xC2 && lead <= 0xDF) {
-            length = 2;
-        } else if (lead >= 0xE0 && lead <= 0xEF) {
-            length = 3;
-        } else if (lead >= 0xF0 && lead <= 0xF4) {
-            length = 4;
-        }
-        bool valid = length > 0 && i + length <= text.size();
-        for (std::size_t k = 1; valid && k < length; ++k) {
-            valid = (static_cast<unsigned char>(text[i + k]) & 0xC0) == 0x80;
-        }
-        if (valid) {
-            result.append(text.substr(i, length));
-            i += length;
-        } else {
-            result.append("\xEF\xBF\xBD");
-            ++i;
-        }
-    }
-    return result;
-}
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -98,7 +67,7 @@ OrderedJson parsePaletteJson(std::string_view text, const std::string& sourceNam
                                                     tagEnd != std::string::npos) {
             detail.erase(0, tagEnd + 2);
         }
-        throw DocumentColorParsingError(sourceName + " is not valid JSON: " + wellFormedUTF8(detail));
+        throw DocumentColorParsingError(sourceName + " is not valid JSON: " + importing::wellFormedUTF8(detail));
     }
 }
 

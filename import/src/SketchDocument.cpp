@@ -6,44 +6,20 @@
 #include <limits>
 #include <stdexcept>
 
+#include "SourceText.h"
+
 namespace tintwork {
 
 namespace {
 
 using nlohmann::json;
 
-constexpr int maxJsonDepth = 256;
+constexpr std::size_t maxJsonDepth = 256;
 
 // A record that does not have the shape it is decoded as.
 struct ShapeError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
-
-// The deepest nesting of arrays and objects in JSON text, counted without parsing so
-// that a hostile document cannot exhaust the stack of the parser or of the decoding.
-bool nestsTooDeeply(std::string_view text) {
-    int depth = 0;
-    bool inString = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (inString) {
-            if (c == '\\') {
-                ++i;
-            } else if (c == '"') {
-                inString = false;
-            }
-        } else if (c == '"') {
-            inString = true;
-        } else if (c == '[' || c == '{') {
-            if (++depth > maxJsonDepth) {
-                return true;
-            }
-        } else if (c == ']' || c == '}') {
-            --depth;
-        }
-    }
-    return false;
-}
 
 // The value under `key` when the key is there and not null.
 const json* member(const json& object, const char* key) {
@@ -208,7 +184,7 @@ SketchPageLayer decodeLayer(const json& value) {
 
 template <typename Decode>
 auto decodeText(std::string_view text, Decode decode) -> std::optional<decltype(decode(json()))> {
-    if (nestsTooDeeply(text)) {
+    if (importing::firstTooDeepBracket(text, maxJsonDepth)) {
         return std::nullopt;
     }
     const json value = json::parse(text, nullptr, false);

@@ -107,4 +107,28 @@ std::string wellFormedUTF8(std::string_view text) {
     return out;
 }
 
+std::optional<std::size_t> firstTooDeepBracket(std::string_view json, std::size_t maxDepth) {
+    std::size_t depth = 0;
+    bool inString = false;
+    for (std::size_t i = 0; i < json.size(); ++i) {
+        const char c = json[i];
+        if (inString) {
+            if (c == '\\') {
+                ++i;
+            } else if (c == '"') {
+                inString = false;
+            }
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '{' || c == '[') {
+            if (++depth > maxDepth) {
+                return i;
+            }
+        } else if ((c == '}' || c == ']') && depth > 0) {
+            --depth;
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace tintwork::importing

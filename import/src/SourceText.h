@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,5 +21,10 @@ bool isValidUTF8(std::string_view text);
 
 // The text with every byte outside a well-formed UTF-8 sequence replaced by U+FFFD.
 std::string wellFormedUTF8(std::string_view text);
+
+// Where JSON text first nests arrays and objects deeper than `maxDepth`, counted without
+// parsing (brackets inside strings don't count), so that a hostile document is refused
+// before a parser's or decoder's recursion meets it; nullopt when it never does.
+std::optional<std::size_t> firstTooDeepBracket(std::string_view json, std::size_t maxDepth);
 
 }  // namespace tintwork::importing

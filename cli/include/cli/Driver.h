@@ -1,6 +1,7 @@
 #pragma once
 // The top level of TintWorkCLI: scans the arguments, picks one flow and runs it.
 
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <iosfwd>
@@ -36,6 +37,10 @@ int runTests(const std::string& documentPath, std::ostream& out);
 int runImportedBuild(const std::string& jsonPath, const std::string& settingsPath,
                      const std::optional<std::string>& outputFolder, bool autoHighContrast, std::ostream& out,
                      std::ostream& err, const TokenReader& readTokens = {});
+
+// Reports a fatal error or a program fault that ended a run: "Fatal error: <what>" on
+// `err`, after what `out` holds, and the status 134.
+int reportFault(const std::exception& fault, std::ostream& out, std::ostream& err);
 
 // The whole program: dispatch on the arguments (element 0 being the program path) and
 // run the chosen flow. Fatal errors are reported on `err` with status 134.
